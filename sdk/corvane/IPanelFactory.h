@@ -1,0 +1,38 @@
+#ifndef CORVANE_IPANELFACTORY_H
+#define CORVANE_IPANELFACTORY_H
+
+#include <QtPlugin>
+#include <QString>
+#include <QVariantMap>
+
+class IHostCore;
+class ParameterManagementRegistry;
+class QDomElement;
+class QWidget;
+
+/*!
+    \class IPanelFactory
+    \brief The host's panel builder, loaded by the library from the
+    application directory when a control must build a whole page.
+
+    Both operations build every control of a panel description (a \c Panel
+    element or a page of the same shape) as children of a new widget under
+    \a parent and return it, or null. \a context holds address keys the
+    page's controls inherit (keys they do not set themselves, such as
+    "dev_uniq_id").
+*/
+class IPanelFactory
+{
+public:
+    virtual ~IPanelFactory() = default;
+    virtual QWidget *createPanel(const QDomElement &panel, QWidget *parent, IHostCore *hostCore,
+                                 ParameterManagementRegistry *registry, const QVariantMap &context) = 0;
+    //! Builds the panel stored under \a name in the host's panel folder.
+    virtual QWidget *createPanelByName(const QString &name, QWidget *parent, IHostCore *hostCore,
+                                       ParameterManagementRegistry *registry, const QVariantMap &context) = 0;
+};
+
+#define IPanelFactory_iid "com.tessaro.skd.MainApplication.IPanelFactory/0.0"
+Q_DECLARE_INTERFACE(IPanelFactory, IPanelFactory_iid)
+
+#endif
