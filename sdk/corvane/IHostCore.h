@@ -43,10 +43,15 @@ public:
 
     //! Fills \a value ("ui_prm_val", "ui_prm_str", ...) and \a attributes for the parameter of \a address; false when unknown.
     virtual bool readParameter(const ParameterAddress &address, Value &value, QMap<QString, QString> &attributes) = 0;
-    //! Passes a request of \a kind with its string arguments on the parameter named by \a address to the parameter database.
-    virtual bool sendRequest(const QVariantMap &address, int kind, const QMap<QString, QString> &arguments) = 0;
-    //! Reports that the user selected a parameter; the texts name it for display.
-    virtual void selectParameter(const QString &first, const QString &second) = 0;
+    /*!
+        Passes a request of \a kind with its string arguments on the parameter
+        named by \a address (the entry at \a index of \a control's address
+        list) to the parameter database.
+    */
+    virtual bool sendRequest(QWidget *control, int index, const QVariantMap &address, int kind,
+                             const QMap<QString, QString> &arguments) = 0;
+    //! Reports that the user selected a parameter of \a control; the texts name it for display.
+    virtual void selectParameter(QWidget *control, const QString &first, const QString &second) = 0;
     //! The zoom factor of the panel (1 at design size).
     virtual float zoomFactor() const = 0;
     //! The object integers from controls are handed to, or null.
@@ -82,8 +87,8 @@ public:
         value.setPayload(QVariant());
         return false;
     }
-    bool sendRequest(const QVariantMap &, int, const QMap<QString, QString> &) override { return false; }
-    void selectParameter(const QString &, const QString &) override { }
+    bool sendRequest(QWidget *, int, const QVariantMap &, int, const QMap<QString, QString> &) override { return false; }
+    void selectParameter(QWidget *, const QString &, const QString &) override { }
     float zoomFactor() const override { return 1.0f; }
     IHostTarget *currentTarget() override { return nullptr; }
     QVariantMap ownerDevice(const QWidget *) override { return QVariantMap(); }

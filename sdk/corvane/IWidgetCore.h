@@ -23,6 +23,15 @@ struct QMetaObject;
     The slot order is part of the binary interface: never reorder, insert or
     remove an operation. Every control is also a QWidget; use widgetOf() to
     reach that side.
+
+    Controls also offer these to hosts through Qt's meta-object system
+    (QMetaObject::invokeMethod), outside the binary interface:
+    \list
+    \li \c{QStringList handledTags()}: every description tag the control reads;
+    \li \c{QMenu *createContextMenu()}: the control's context menu, its
+        entries wired to the control, or null when it shows none; the caller
+        owns (and deletes) the menu.
+    \endlist
 */
 class IWidgetCore
 {

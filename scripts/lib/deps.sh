@@ -1,0 +1,23 @@
+# Debian packages the build, the tests and the demo need.
+CORVANE_PACKAGES=(
+    cmake g++ make pkg-config
+    qtbase5-dev qtbase5-dev-tools libqt5svg5-dev qttools5-dev
+    xvfb xauth xdotool x11-utils
+    fonts-dejavu-core
+)
+
+# Installs the packages that are missing; runs apt-get update only when
+# something must be installed.
+corvane_install_deps() {
+    local missing=()
+    local p
+    for p in "${CORVANE_PACKAGES[@]}"; do
+        dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    echo "Installing: ${missing[*]}"
+    local sudo=""
+    [ "$(id -u)" -eq 0 ] || sudo="sudo"
+    $sudo apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
