@@ -1,0 +1,393 @@
+#ifndef CORVANE_ADDRESSINGMIXINS_H
+#define CORVANE_ADDRESSINGMIXINS_H
+
+#include "BaseWidget.h"
+
+#include <QStringList>
+
+/*
+    Ways a variant finds its parameter addresses, each written once and mixed
+    into any control family: ChannelSelect<Dial>, Speaker<NumberBox>, ...
+
+    Addresses of these variants are templates ("In/Ch{ChNum}/Gain"). A
+    selector, itself a bound parameter of type "AddrType" (channel number,
+    band, speaker model), fills a placeholder whenever its value changes, and
+    the control rebinds every address that uses it. Selectors sit behind the
+    control's own addresses, so index 0 stays the control's parameter.
+
+    The mixins are plain templates: the Q_OBJECT variant classes derive from
+    an instantiation (moc cannot process templated Q_OBJECT classes).
+*/
+namespace Addressing {
+
+//! The number a selector at \a index stands for: its display text when that is an integer, otherwise its step on
+//! the selector's "range", plus the selector's "offset"; empty while it has no value.
+QString selectorNumber(const BaseWidget &widget, int index);
+
+//! Appends the selector \a e describes, or fixes \a placeholder when \a e holds only a number.
+bool readSelector(BaseWidget &widget, const QDomElement &e, const QString &placeholder);
+
+/*!
+    A list of values that switches a control state (hidden, refusing focus,
+    disabled) while a parameter holds one of them. The current value is the
+    parameter's display text with the string flag, otherwise its step on a
+    scale of "range" steps.
+*/
+class ValueGate
+{
+public:
+    bool readValues(const QDomElement &e);
+    bool readRange(const QDomElement &e);
+    bool readStringFlag(const QDomElement &e);
+    void setValues(const QStringList &values) { m_values = values; }
+    QStringList values() const { return m_values; }
+    int steps() const { return m_steps; }
+    bool byString() const { return m_byString; }
+    QString currentText(const BaseWidget &widget, int index) const;
+    bool matches(const BaseWidget &widget, int index) const;
+
+private:
+    QStringList m_values;
+    int m_steps = 0;
+    bool m_byString = false;
+};
+
+} // namespace Addressing
+
+// Helper for classes that add tags: declares the class's table and its lookup.
+#define CORVANE_TAG_TABLE \
+public: \
+    static const TagTable &tags(); \
+    const TagTable &tagTable() const override { return tags(); } \
+private:
+
+/*!
+    The address follows the selected channel: "ChNum" names the channel
+    selector (an address, with optional "range" and "offset"), or a fixed
+    number. Addresses use the placeholder "{ChNum}".
+*/
+template <class Base>
+class ChannelSelect : public Base
+{
+public:
+    using Base::Base;
+
+    static const TagTable &tags()
+    {
+        static const TagTable table = TagTable::of<ChannelSelect>(&Base::tags(), {
+            {"ChNum", &ChannelSelect::readChNum},
+        });
+        return table;
+    }
+    const TagTable &tagTable() const override { return tags(); }
+
+    bool readChNum(const QDomElement &e)
+    {
+        return Addressing::readSelector(*this, e, QStringLiteral("ChNum"));
+    }
+
+protected:
+    void typedAddressChanged(const QString &type, int index) override
+    {
+        if (type == QLatin1String("ChNum"))
+            this->setPlaceholder(type, Addressing::selectorNumber(*this, index));
+        Base::typedAddressChanged(type, index);
+    }
+};
+
+/*!
+    The address follows the selected band of a shared band set: "BandNum"
+    names the band selector (or a fixed band). Addresses use "{Band}".
+*/
+template <class Base>
+class BandSharing : public Base
+{
+public:
+    using Base::Base;
+
+    static const TagTable &tags()
+    {
+        static const TagTable table = TagTable::of<BandSharing>(&Base::tags(), {
+            {"BandNum", &BandSharing::readBandNum},
+        });
+        return table;
+    }
+    const TagTable &tagTable() const override { return tags(); }
+
+    bool readBandNum(const QDomElement &e)
+    {
+        return Addressing::readSelector(*this, e, QStringLiteral("Band"));
+    }
+
+protected:
+    void typedAddressChanged(const QString &type, int index) override
+    {
+        if (type == QLatin1String("Band"))
+            this->setPlaceholder(type, Addressing::selectorNumber(*this, index));
+        Base::typedAddressChanged(type, index);
+    }
+};
+
+/*!
+    Binds to a tuning zone rather than a single device: every address gets
+    the zone's "zone_uniq_id" (from the "Zone" tag, else from the host's
+    editor information), which also fills "{Zone}".
+*/
+class TuningZoneAddressing
+{
+public:
+    QString zone() const { return m_zone; }
+
+protected:
+    bool readZone(BaseWidget &widget, const QDomElement &e);
+    void completeKeys(const BaseWidget &widget, QVariantMap &keys) const;
+
+    QString m_zone;
+};
+
+template <class Base>
+class TuningZone : public Base, protected TuningZoneAddressing
+{
+public:
+    using Base::Base;
+
+    static const TagTable &tags()
+    {
+        static const TagTable table = TagTable::of<TuningZone>(&Base::tags(), {
+            {"Zone", &TuningZone::readZoneTag},
+        });
+        return table;
+    }
+    const TagTable &tagTable() const override { return tags(); }
+
+    bool readZoneTag(const QDomElement &e) { return readZone(*this, e); }
+
+protected:
+    void completeAddressKeys(QVariantMap &keys) const override
+    {
+        Base::completeAddressKeys(keys);
+        completeKeys(*this, keys);
+    }
+};
+
+/*!
+    The address depends on the loudspeaker model connected to the channel:
+    "ModelToBaseAddressMap" maps model names to base addresses and may name
+    the model parameter; "DEFAULT" is the base address of unlisted models;
+    "BaseAddressList" with a "ChannelSelectAddress" selector picks a base
+    address by index instead. The base fills "{BaseAddress}";
+    "AddressIndexY" fills "{indexY}".
+*/
+class SpeakerAddressing
+{
+public:
+    QMap<QString, QString> modelMap() const { return m_modelMap; }
+    QString defaultBase() const { return m_default; }
+    QStringList baseAddressList() const { return m_baseList; }
+
+protected:
+    bool readModelMap(const QDomElement &e);
+    bool readBaseAddressList(const QDomElement &e);
+    //! The base address for the selector of \a type at \a index.
+    QString baseFor(const BaseWidget &widget, const QString &type, int index) const;
+
+    QMap<QString, QString> m_modelMap;
+    QString m_default;
+    QStringList m_baseList;
+};
+
+template <class Base>
+class Speaker : public Base, protected SpeakerAddressing
+{
+public:
+    using Base::Base;
+
+    static const TagTable &tags()
+    {
+        static const TagTable table = TagTable::of<Speaker>(&Base::tags(), {
+            {"ModelToBaseAddressMap", &Speaker::readModelToBaseAddressMap},
+            {"BaseAddressList", &Speaker::readBaseAddressListTag},
+            {"ChannelSelectAddress", &Speaker::readChannelSelectAddress},
+            {"DEFAULT", &Speaker::readDefault},
+            {"AddressIndexY", &Speaker::readAddressIndexY},
+        });
+        return table;
+    }
+    const TagTable &tagTable() const override { return tags(); }
+
+    bool readModelToBaseAddressMap(const QDomElement &e)
+    {
+        readModelMap(e);
+        const QDomElement selector = e.firstChildElement(QStringLiteral("Address"));
+        if (!selector.isNull())
+            return this->appendAddress(selector, QStringLiteral("SpeakerModel"));
+        if (e.hasAttribute(QStringLiteral("prmAddr"))) {
+            QVariantMap keys = BaseWidget::parseAddressKeys(e);
+            return this->appendAddress(keys, QStringLiteral("SpeakerModel"));
+        }
+        updateBase(QString());
+        return true;
+    }
+    bool readBaseAddressListTag(const QDomElement &e) { return readBaseAddressList(e); }
+    bool readChannelSelectAddress(const QDomElement &e)
+    {
+        return this->appendAddress(e, QStringLiteral("SpeakerChannel"));
+    }
+    bool readDefault(const QDomElement &e)
+    {
+        m_default = e.text().trimmed();
+        if (this->indexOfAddressType(QStringLiteral("SpeakerModel")) < 0
+            && this->indexOfAddressType(QStringLiteral("SpeakerChannel")) < 0)
+            updateBase(QString());
+        return true;
+    }
+    bool readAddressIndexY(const QDomElement &e)
+    {
+        this->setPlaceholder(QStringLiteral("indexY"), e.text().trimmed());
+        return true;
+    }
+
+protected:
+    void updateBase(const QString &type, int index = -1)
+    {
+        const QString base = baseFor(*this, type, index);
+        if (!base.isEmpty())
+            this->setPlaceholder(QStringLiteral("BaseAddress"), base);
+    }
+    void typedAddressChanged(const QString &type, int index) override
+    {
+        if (type == QLatin1String("SpeakerModel") || type == QLatin1String("SpeakerChannel"))
+            updateBase(type, index);
+        Base::typedAddressChanged(type, index);
+    }
+};
+
+/*!
+    One cell of a matrix: "AddressForm" (or "AddressFormANC", the form of the
+    acoustic-noise-control matrix) is the address template with "{x}" and
+    "{y}"; "XIndex" and "YIndex" fill them.
+*/
+template <class Base>
+class MatrixCell : public Base
+{
+public:
+    using Base::Base;
+
+    static const TagTable &tags()
+    {
+        static const TagTable table = TagTable::of<MatrixCell>(&Base::tags(), {
+            {"AddressForm", &MatrixCell::readAddressForm},
+            {"AddressFormANC", &MatrixCell::readAddressForm},
+            {"XIndex", &MatrixCell::readXIndex},
+            {"YIndex", &MatrixCell::readYIndex},
+        });
+        return table;
+    }
+    const TagTable &tagTable() const override { return tags(); }
+
+    bool readAddressForm(const QDomElement &e) { return this->appendAddress(e); }
+    bool readXIndex(const QDomElement &e)
+    {
+        this->setPlaceholder(QStringLiteral("x"), e.text().trimmed());
+        return true;
+    }
+    bool readYIndex(const QDomElement &e)
+    {
+        this->setPlaceholder(QStringLiteral("y"), e.text().trimmed());
+        return true;
+    }
+};
+
+/*!
+    Refuses the keyboard focus, and refuses input altogether (disabled) while
+    its parameter holds one of the "RejectValue" values.
+*/
+template <class Base>
+class RejectFocus : public Base
+{
+public:
+    RejectFocus(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
+        : Base(hostCore, registry, parent)
+    {
+        this->setFocusPolicy(Qt::NoFocus);
+    }
+
+    static const TagTable &tags()
+    {
+        static const TagTable table = TagTable::of<RejectFocus>(&Base::tags(), {
+            {"range", &RejectFocus::readRange},
+            {"RejectValue", &RejectFocus::readRejectValue},
+            {"StrValFlg", &RejectFocus::readStrValFlg},
+        });
+        return table;
+    }
+    const TagTable &tagTable() const override { return tags(); }
+
+    bool readRange(const QDomElement &e) { return m_gate.readRange(e) && apply(); }
+    bool readRejectValue(const QDomElement &e) { return m_gate.readValues(e) && apply(); }
+    bool readStrValFlg(const QDomElement &e) { return m_gate.readStringFlag(e) && apply(); }
+    bool isRejecting() const { return m_gate.matches(*this, 0); }
+
+protected:
+    bool apply()
+    {
+        if (m_gate.values().isEmpty())
+            return true;
+        const bool reject = isRejecting();
+        if (reject && this->hasFocus())
+            this->clearFocus();
+        this->setEnabled(!reject);
+        return true;
+    }
+    void addressValueChanged(int index) override
+    {
+        if (index == 0)
+            apply();
+        Base::addressValueChanged(index);
+    }
+
+    Addressing::ValueGate m_gate;
+};
+
+/*!
+    Hides itself while its parameter holds one of the "HideValue" values.
+*/
+template <class Base>
+class Hide : public Base
+{
+public:
+    using Base::Base;
+
+    static const TagTable &tags()
+    {
+        static const TagTable table = TagTable::of<Hide>(&Base::tags(), {
+            {"range", &Hide::readRange},
+            {"HideValue", &Hide::readHideValue},
+        });
+        return table;
+    }
+    const TagTable &tagTable() const override { return tags(); }
+
+    bool readRange(const QDomElement &e) { return m_gate.readRange(e) && apply(); }
+    bool readHideValue(const QDomElement &e) { return m_gate.readValues(e) && apply(); }
+    bool isHiding() const { return m_gate.matches(*this, 0); }
+
+protected:
+    bool apply()
+    {
+        if (m_gate.values().isEmpty())
+            return true;
+        this->setVisible(!isHiding());
+        return true;
+    }
+    void addressValueChanged(int index) override
+    {
+        if (index == 0)
+            apply();
+        Base::addressValueChanged(index);
+    }
+
+    Addressing::ValueGate m_gate;
+};
+
+#endif

@@ -1,0 +1,321 @@
+#ifndef CORVANE_WIDGETTYPES_H
+#define CORVANE_WIDGETTYPES_H
+
+#include "controls/button/Button.h"
+#include "controls/button/button_variants.h"
+#include "controls/combobox/ComboBox.h"
+#include "controls/combobox/combobox_variants.h"
+#include "controls/dial/Dial.h"
+#include "controls/dial/dial_variants.h"
+#include "controls/fader/Fader.h"
+#include "controls/fader/fader_variants.h"
+#include "controls/image/Image.h"
+#include "controls/image/image_variants.h"
+#include "controls/indicator/Indicator.h"
+#include "controls/indicator/indicator_variants.h"
+#include "controls/meter/Meter.h"
+#include "controls/meter/meter_variants.h"
+#include "controls/misc/misc_variants.h"
+#include "controls/numberbox/NumberBox.h"
+#include "controls/numberbox/numberbox_variants.h"
+#include "controls/scale/scale_variants.h"
+#include "controls/switcher/Switcher.h"
+#include "controls/switcher/switcher_variants.h"
+#include "controls/text/ValueTexts.h"
+#include "controls/text/text_variants.h"
+#include "graphs/area/area_variants.h"
+#include "graphs/graph/Graph.h"
+#include "graphs/graph/GraphBack.h"
+#include "graphs/graph/GraphControlPoint.h"
+#include "graphs/graph/graph_variants.h"
+#include "graphs/grid/MatrixGrid.h"
+#include "graphs/grid/grid_variants.h"
+#include "panels/PanelContainer.h"
+#include "panels/PanelStacker.h"
+#include "panels/panels_variants.h"
+
+// The type names the factory builds, in the order of its chain. Each entry
+// is also the class it constructs, so a name and its class cannot drift apart.
+#define CORVANE_WIDGET_TYPES(X) \
+    X(Button) \
+    X(SelectButton) \
+    X(SelectButtonWithMessage) \
+    X(DeviceStatusSelectButton) \
+    X(FlatButton) \
+    X(FbsButton) \
+    X(FbsFlatButton) \
+    X(ChannelSelectButton) \
+    X(ParentPanelButton) \
+    X(MatrixButton) \
+    X(BrioCreateEditorButton) \
+    X(BrioCreateEditorHideButton) \
+    X(ChannelSelectFlatButton) \
+    X(ChannelSelectLibraryRecallButton) \
+    X(ChannelSelectLibraryRecallButtonFIR) \
+    X(ChannelSelectLibraryStoreButton) \
+    X(ChannelSelectLibraryStoreButtonFIR) \
+    X(ChannelSelectSelectButton) \
+    X(EquivalentButton) \
+    X(FixedTriggerButton) \
+    X(ProtectButton) \
+    X(SpeakerChannelSelectButton) \
+    X(SpeakerButton) \
+    X(TuningZoneSoloButton) \
+    X(BandSharingButton) \
+    X(BandSharingFlatButton) \
+    X(BandSharingMatchValueButton) \
+    X(BandSharingSelectButton) \
+    X(TuningZoneButton) \
+    X(TuningZoneMasterResetButton) \
+    X(TuningZoneStepButton) \
+    X(SpeakerSelectButton) \
+    X(SpeakerEquivalentButton) \
+    X(SpeakerFlatButton) \
+    X(SpeakerGuidSelectButton) \
+    X(SpeakerLibraryRecallButton) \
+    X(SpeakerLibraryStoreButton) \
+    X(SpeakerPortNameButton) \
+    X(GroupEditorConfirmButton) \
+    X(MatrixMixerToolButton) \
+    X(ChildWindowButton) \
+    X(QuayPatchPasteButton) \
+    X(FbsDetectControlButton) \
+    X(StepButton) \
+    X(BlinkButton) \
+    X(ResetButton) \
+    X(ProbeOnButton) \
+    X(SendTestButton) \
+    X(MatrixMixerButton) \
+    X(BrioMatrixButton) \
+    X(AecInputPortSelButton) \
+    X(AecOutputPortSelButton) \
+    X(FbsDetectButton) \
+    X(BrioMatrixMixerButton) \
+    X(AudioCodecButton) \
+    X(PairButton) \
+    X(SDPlayButton) \
+    X(SDListButton) \
+    X(VelaMatrixMixerButton) \
+    X(CreateEditorButton) \
+    X(ChangeEnableButton) \
+    X(RejectFocusButton) \
+    X(TapTempoButton) \
+    X(MatchValueButton) \
+    X(ReturnButton) \
+    X(TmpLinkRegisterButton) \
+    X(Dial) \
+    X(ChannelSelectDial) \
+    X(TuningZoneDial) \
+    X(SpeakerDial) \
+    X(HideDial) \
+    X(DelayMatrixDial) \
+    X(BeamDial) \
+    X(BeamConvertDial) \
+    X(DirectionDial) \
+    X(ControlFaderDial) \
+    X(RejectFocusDial) \
+    X(PanelContainer) \
+    X(DisablePanelContainer) \
+    X(DisablePanelMulti) \
+    X(DragPanel) \
+    X(PanelStacker) \
+    X(ProtectPanelStacker) \
+    X(ChannelSelectPanelStacker) \
+    X(ChannelSelectDragPanel) \
+    X(TuningZonePanelContainer) \
+    X(TuningZonePanelStacker) \
+    X(TuningZoneDevicePanelStacker) \
+    X(BandSharingPanelStacker) \
+    X(SpeakerPanelContainer) \
+    X(SpeakerPanelStacker) \
+    X(SpeakerProtectPanelStacker) \
+    X(SpeakerTypePanelContainer) \
+    X(SpeakerDragPanel) \
+    X(ScrollPanel) \
+    X(AutomixerGroupController) \
+    X(Fader) \
+    X(TuningZoneFader) \
+    X(TuningZoneMatchFader) \
+    X(GeqFader) \
+    X(MatrixMixerFader) \
+    X(HorizontalFader) \
+    X(HaloFader) \
+    X(BrioMatrixMixerFader) \
+    X(BrioAecMicFader) \
+    X(VelaMatrixMixerFader) \
+    X(LevelScalePointer) \
+    X(ChannelSelectFader) \
+    X(Indicator) \
+    X(RedundantIndicator) \
+    X(ChannelSelectIndicator) \
+    X(TuningZoneIndicator) \
+    X(BandSharingIndicator) \
+    X(TuningZoneOrIndicator) \
+    X(TuningZoneXorIndicator) \
+    X(SpeakerIndicator) \
+    X(ChannelNumberIndicator) \
+    X(LockIndicator) \
+    X(SrcIndicator) \
+    X(WordClockIndicator) \
+    X(FbsIndicator) \
+    X(Image) \
+    X(ParameterImage) \
+    X(ChannelSelectParameterImage) \
+    X(ChannelSelectParameterGreaterThanImage) \
+    X(SpeakerColorImage) \
+    X(SpeakerParameterGreaterThanImage) \
+    X(SelectFrame) \
+    X(ParameterColor) \
+    X(BeamArea) \
+    X(ImageStacker) \
+    X(MicDirection) \
+    X(AudioCodecStatus) \
+    X(NumberBox) \
+    X(Text) \
+    X(ParameterText) \
+    X(OnlineText) \
+    X(ImpedanceText) \
+    X(BandWidthNumberBox) \
+    X(DelaySubTimeNumberBox) \
+    X(ChannelSelectBandWidthNumberBox) \
+    X(ChannelSelectDelaySubTimeNumberBox) \
+    X(ChannelSelectNumberBox) \
+    X(ChannelSelectOnOffText) \
+    X(ChannelSelectParameterText) \
+    X(TitleText) \
+    X(ChannelSelectThresholdVText) \
+    X(InformationText) \
+    X(BandSharingTextArea) \
+    X(TuningZoneBandWidthNumberBox) \
+    X(TuningZoneMasterDelaySubTimeNumberBox) \
+    X(TuningZoneMasterNumberBox) \
+    X(TuningZoneNumberBox) \
+    X(SpeakerNumberBox) \
+    X(SpeakerDelaySubTimeNumberBox) \
+    X(SpeakerBandWidthNumberBox) \
+    X(SpeakerParameterText) \
+    X(SpeakerOnOffText) \
+    X(SpeakerThresholdVText) \
+    X(ValueText) \
+    X(GcNumberBox) \
+    X(CardName) \
+    X(SlotPortNumber) \
+    X(ClockSource) \
+    X(CurrentPattern) \
+    X(AbstractValueText) \
+    X(FbsValueText) \
+    X(MaxChText) \
+    X(RoomLabel) \
+    X(IPAddressTextBox) \
+    X(HexTextBox) \
+    X(AsciiTextBox) \
+    X(MatrixMixerNumberBox) \
+    X(MatrixMixerParameterText) \
+    X(DelayMatrixSubTimeNumberBox) \
+    X(HaloNumberBox) \
+    X(RevTimeNumberBox) \
+    X(HideNumberBox) \
+    X(BrioMatrixPan) \
+    X(BrioMatrixPanNumberBox) \
+    X(BrioBandWidthNumberBox) \
+    X(BrioMatrixMixerParameterText) \
+    X(BrioMatrixMixerNumberBox) \
+    X(VelaMatrixMixerNumberBox) \
+    X(BeamNumberBox) \
+    X(BeamConvertNumberBox) \
+    X(DirectionNumberBox) \
+    X(ValidateTextBox) \
+    X(VelaMatrixPan) \
+    X(VelaMatrixPanNumberBox) \
+    X(MeterValueNumberBox) \
+    X(RejectFocusNumberBox) \
+    X(RejectFocusParameterText) \
+    X(FixedScaleDelaySubTimeNumberBox) \
+    X(Meter) \
+    X(ChannelSelectMeter) \
+    X(ChannelSelectMeterGR) \
+    X(SpeakerMeter) \
+    X(SpeakerMeterGR) \
+    X(GRMeter) \
+    X(PallasGRMeter) \
+    X(PeakMeter) \
+    X(IndicatorStyleMeter) \
+    X(BorderMeter) \
+    X(MatrixGrid) \
+    X(RouterGrid) \
+    X(MatrixMixer) \
+    X(BrioMatrixMixer) \
+    X(Router) \
+    X(BrioRouter) \
+    X(RoomCombine) \
+    X(DelayMatrix) \
+    X(QuaySlotPatch) \
+    X(BrioOutputPatch) \
+    X(VelaMatrixMixer) \
+    X(BrioOscillatorRouter) \
+    X(BrioZoneGroup) \
+    X(PallasMatrixMixer) \
+    X(PallasDelayMatrix) \
+    X(OstraMatrixMixer) \
+    X(OstraDelayMatrix) \
+    X(OstraZoneGroup) \
+    X(FenRouter) \
+    X(KiteRouter) \
+    X(ComboBox) \
+    X(PrmViewComboBox) \
+    X(KeyInMultiComboBox) \
+    X(ProbeMonitorComboBox) \
+    X(ChannelSelectComboBox) \
+    X(TuningZoneComboBox) \
+    X(TuningZoneDeviceComboBox) \
+    X(SpeakerComboBox) \
+    X(CardSelector) \
+    X(BrioAddressComboBox) \
+    X(VelaAddressComboBox) \
+    X(ValueTextComboBox) \
+    X(SDPlayComboBox) \
+    X(AlertComboBox) \
+    X(RejectFocusComboBox) \
+    X(CategoryComboBox) \
+    X(PhonesComboBox) \
+    X(EffectiveMicComboBox) \
+    X(ParametricEqualizerGraphBack) \
+    X(ParametricEqualizerGraph) \
+    X(BrioParametricEqualizerGraph) \
+    X(GraphControlPoint) \
+    X(PeqGraphControlPoint) \
+    X(HpfGraphControlPoint) \
+    X(SpeakerProcessorGraph) \
+    X(SpeakerProcessorPhaseGraph) \
+    X(ProtectSpeakerProcessorGraph) \
+    X(ProtectSpeakerProcessorPhaseGraph) \
+    X(SpeakerProcessorGraphBack) \
+    X(SpeakerProcessorPeqGraph) \
+    X(SpeakerProcessorPeqGraphBack) \
+    X(SpeakerProcessorPeqPhaseGraphBack) \
+    X(SpeakerProcessorPeqPhaseGraph) \
+    X(SpeakerProcessorPhaseGraphBack) \
+    X(TuningZoneGraphControlPoint) \
+    X(SpeakerEditorGraph) \
+    X(SpeakerEditorPhaseGraph) \
+    X(SpeakerEditorPeqGraph) \
+    X(SpeakerEditorPeqPhaseGraph) \
+    X(SpeakerGraphControlPoint) \
+    X(Graph) \
+    X(GraphicEqualizerGraph) \
+    X(Halo3DGraph) \
+    X(TrackingArea) \
+    X(Switcher) \
+    X(ChannelSelectSwitcher) \
+    X(SpeakerSwitcher) \
+    X(GraphSppHScale) \
+    X(GraphSppVScalePhase) \
+    X(GraphSppVScaleSP) \
+    X(GraphSppVScalePEQ) \
+    X(MeterScaleGR) \
+    X(MeterScaleVoltage) \
+    X(RoomCombineChecker) \
+    X(ColorBox) \
+    X(PairDeviceList)
+
+#endif
