@@ -1,0 +1,141 @@
+#include "PanelFactory.h"
+
+#include <corvane/IHostCore.h>
+#include <corvane/IWidgetCore.h>
+#include <corvane/IWidgetFactory.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDomDocument>
+#include <QDomElement>
+#include <QFile>
+#include <QPluginLoader>
+#include <QWidget>
+
+namespace {
+
+// Keys the page inherits go into every address that does not set them,
+// as an attribute of the "Address" element.
+void inheritContext(QDomElement element, const QVariantMap &context)
+{
+    if (context.isEmpty())
+        return;
+    for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+        if (child.tagName() == QLatin1String("Widget"))
+            continue; // a nested page gets its context from the control that builds it
+        if (child.tagName() == QLatin1String("Address")) {
+            for (auto it = context.cbegin(); it != context.cend(); ++it) {
+                if (!child.hasAttribute(it.key()) && child.firstChildElement(it.key()).isNull())
+                    child.setAttribute(it.key(), it.value().toString());
+            }
+            continue;
+        }
+        inheritContext(child, context);
+    }
+}
+
+int dimension(const QDomElement &e, const char *name)
+{
+    bool ok = false;
+    const int v = e.attribute(QLatin1String(name)).toInt(&ok);
+    return ok && v > 0 ? v : 0;
+}
+
+} // namespace
+
+PanelFactory::PanelFactory(QObject *parent)
+    : QObject(parent)
+{
+}
+
+void PanelFactory::setWidgetFactory(QObject *factory)
+{
+    m_factoryObject = factory;
+}
+
+QObject *PanelFactory::widgetFactory()
+{
+    factory();
+    return m_factoryObject;
+}
+
+IWidgetFactory *PanelFactory::factory()
+{
+    if (!m_factoryObject) {
+        QPluginLoader loader(QDir::cleanPath(QCoreApplication::applicationDirPath()
+                                             + QLatin1String("/libCorvaneWidgets.so")));
+        m_factoryObject = loader.instance();
+        if (!m_factoryObject)
+            m_problems.append(loader.errorString());
+    }
+    return qobject_cast<IWidgetFactory *>(m_factoryObject);
+}
+
+QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IHostCore *hostCore,
+                                   ParameterManagementRegistry *registry, const QVariantMap &context)
+{
+    m_problems.clear();
+    IWidgetFactory *widgets = factory();
+    if (!widgets || panel.isNull())
+        return nullptr;
+
+    const float zoom = hostCore ? hostCore->zoomFactor() : 1.0f;
+    auto *page = new QWidget(parent);
+    page->setObjectName(panel.attribute(QStringLiteral("name")));
+    const int width = dimension(panel, "width");
+    const int height = dimension(panel, "height");
+    page->setProperty("designSize", QSize(width, height));
+    if (width > 0 && height > 0)
+        page->resize(int(width * zoom), int(height * zoom));
+
+    for (QDomElement e = panel.firstChildElement(QStringLiteral("Widget")); !e.isNull();
+         e = e.nextSiblingElement(QStringLiteral("Widget"))) {
+        const QString type = e.attribute(QStringLiteral("type"));
+        const QString name = e.attribute(QStringLiteral("name"));
+        IWidgetCore *core = widgets->create(type, page, hostCore, registry);
+        QWidget *w = core ? widgetOf(core) : nullptr;
+        if (!w) {
+            m_problems.append(QStringLiteral("line %1: no widget type \"%2\"").arg(e.lineNumber()).arg(type));
+            continue;
+        }
+        // Name it first: controls may report requests while they configure.
+        w->setObjectName(name);
+        w->setProperty(corePropertyName(), QVariant::fromValue(quintptr(core)));
+        core->setWidgetName(name);
+        QDomElement element = e;
+        if (!context.isEmpty()) {
+            element = e.cloneNode(true).toElement();
+            inheritContext(element, context);
+        }
+        core->configure(element);
+        core->setZoom(zoom);
+        if (!(w->testAttribute(Qt::WA_WState_ExplicitShowHide) && w->isHidden()))
+            w->setVisible(true);
+    }
+    return page;
+}
+
+QWidget *PanelFactory::createPanelByName(const QString &name, QWidget *parent, IHostCore *hostCore,
+                                         ParameterManagementRegistry *registry, const QVariantMap &context)
+{
+    const QString file = name.endsWith(QLatin1String(".xml")) ? name : name + QLatin1String(".xml");
+    QStringList folders;
+    if (hostCore && !hostCore->imageBasePath().isEmpty())
+        folders << hostCore->imageBasePath();
+    folders << QCoreApplication::applicationDirPath() + QLatin1String("/panels");
+    for (const QString &folder : qAsConst(folders)) {
+        QFile f(QDir(folder).filePath(file));
+        if (!f.open(QIODevice::ReadOnly))
+            continue;
+        QDomDocument document;
+        QString message;
+        int line = 0;
+        if (!document.setContent(&f, &message, &line)) {
+            m_problems = QStringList{QStringLiteral("%1:%2: %3").arg(f.fileName()).arg(line).arg(message)};
+            return nullptr;
+        }
+        return createPanel(document.documentElement(), parent, hostCore, registry, context);
+    }
+    m_problems = QStringList{QStringLiteral("no panel named \"%1\"").arg(name)};
+    return nullptr;
+}

@@ -1,0 +1,53 @@
+#ifndef CORVANE_HOST_PANELFACTORY_H
+#define CORVANE_HOST_PANELFACTORY_H
+
+#include <corvane/IPanelFactory.h>
+
+#include <QObject>
+#include <QPointer>
+
+class IWidgetFactory;
+class QDomElement;
+
+/*!
+    \class PanelFactory
+    \brief Builds whole panels, or pages of panels, from their descriptions.
+
+    Every \c Widget element of the description becomes a control made by
+    the widget factory, configured with its element, named, and scaled by the
+    host's zoom. The widget factory is the one set with setWidgetFactory(),
+    or else the plug-in in the application directory.
+
+    Each control carries its IWidgetCore pointer in the dynamic property
+    "corvaneCore" (a quintptr), so that a host can find every control of
+    a panel, including those on pages that controls build later.
+*/
+class PanelFactory : public QObject, public IPanelFactory
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID IPanelFactory_iid)
+    Q_INTERFACES(IPanelFactory)
+
+public:
+    explicit PanelFactory(QObject *parent = nullptr);
+
+    Q_INVOKABLE void setWidgetFactory(QObject *factory);
+    Q_INVOKABLE QObject *widgetFactory();
+    //! What went wrong in the last build (types the factory does not know, files that cannot be read).
+    Q_INVOKABLE QStringList lastProblems() const { return m_problems; }
+
+    QWidget *createPanel(const QDomElement &panel, QWidget *parent, IHostCore *hostCore,
+                         ParameterManagementRegistry *registry, const QVariantMap &context) override;
+    QWidget *createPanelByName(const QString &name, QWidget *parent, IHostCore *hostCore,
+                               ParameterManagementRegistry *registry, const QVariantMap &context) override;
+
+    static constexpr const char *corePropertyName() { return "corvaneCore"; }
+
+private:
+    IWidgetFactory *factory();
+
+    QPointer<QObject> m_factoryObject;
+    QStringList m_problems;
+};
+
+#endif

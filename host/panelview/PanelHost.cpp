@@ -1,0 +1,249 @@
+#include "PanelHost.h"
+
+#include "JsonWriter.h"
+#include "PanelFactory.h"
+#include "ParameterDatabase.h"
+
+#include <data/ParameterKeys.h>
+#include <corvane/IPanelFactory.h>
+#include <corvane/IWidgetCore.h>
+
+#include <QFileInfo>
+#include <QSet>
+
+PanelHost::PanelHost(ParameterDatabase *database)
+    : m_database(database)
+{
+    m_database->setObserver(this);
+}
+
+PanelHost::~PanelHost()
+{
+    // Controls unregister while they die; the registry must still be there.
+    delete m_panel;
+    if (m_database)
+        m_database->setObserver(nullptr);
+}
+
+bool PanelHost::load(const QByteArray &xml, const QString &path, QString *error)
+{
+    QString message;
+    int line = 0;
+    if (!m_document.setContent(xml, &message, &line)) {
+        *error = QStringLiteral("%1:%2: error: %3").arg(path).arg(line).arg(message);
+        return false;
+    }
+    const QDomElement root = m_document.documentElement();
+    if (root.tagName() != QLatin1String("Panel")) {
+        *error = QStringLiteral("%1:%2: error: the root element must be <Panel>, not <%3>")
+                     .arg(path).arg(root.lineNumber()).arg(root.tagName());
+        return false;
+    }
+    m_basePath = QFileInfo(path).absolutePath();
+    m_designSize = QSize(root.attribute(QStringLiteral("width")).toInt(),
+                         root.attribute(QStringLiteral("height")).toInt());
+    m_database->clearDevices();
+    m_owner.clear();
+    for (QDomElement d = root.firstChildElement(QStringLiteral("Device")); !d.isNull();
+         d = d.nextSiblingElement(QStringLiteral("Device"))) {
+        const QString id = d.attribute(QStringLiteral("id"));
+        const QString model = d.attribute(QStringLiteral("model"));
+        if (!m_database->addDevice(id, model))
+            continue;
+        if (m_owner.isEmpty())
+            m_owner = {{Key::dev_uniq_id, id}, {Key::dev_model, model}};
+    }
+    return true;
+}
+
+bool PanelHost::build(IPanelFactory *factory, QString *error)
+{
+    delete m_panel;
+    m_panel = factory->createPanel(m_document.documentElement(), nullptr, this, &m_registry, QVariantMap());
+    if (!m_panel) {
+        *error = QStringLiteral("the panel factory built nothing");
+        return false;
+    }
+    if (m_designSize.isValid() && !m_designSize.isEmpty())
+        m_panel->setFixedSize(int(m_designSize.width() * m_zoom), int(m_designSize.height() * m_zoom));
+    m_registry.commitAll();
+    return true;
+}
+
+void PanelHost::setZoom(float zoom)
+{
+    if (!(zoom > 0))
+        return;
+    m_zoom = zoom;
+    if (m_panel && m_designSize.isValid() && !m_designSize.isEmpty())
+        m_panel->setFixedSize(int(m_designSize.width() * zoom), int(m_designSize.height() * zoom));
+    for (IWidgetCore *core : controls())
+        core->setZoom(zoom);
+}
+
+QList<IWidgetCore *> PanelHost::controls() const
+{
+    QList<IWidgetCore *> out;
+    if (!m_panel)
+        return out;
+    for (QWidget *w : m_panel->findChildren<QWidget *>()) {
+        const QVariant v = w->property(PanelFactory::corePropertyName());
+        if (v.isValid())
+            out.append(reinterpret_cast<IWidgetCore *>(v.value<quintptr>()));
+    }
+    return out;
+}
+
+IWidgetCore *PanelHost::control(const QString &name) const
+{
+    if (!m_panel)
+        return nullptr;
+    for (QWidget *w : m_panel->findChildren<QWidget *>(name)) {
+        const QVariant v = w->property(PanelFactory::corePropertyName());
+        if (v.isValid())
+            return reinterpret_cast<IWidgetCore *>(v.value<quintptr>());
+    }
+    return nullptr;
+}
+
+QString PanelHost::nameOf(IWidgetCore *core)
+{
+    QWidget *w = widgetOf(core);
+    return w ? w->objectName() : QString();
+}
+
+void PanelHost::deliver(const QVariantMap &address)
+{
+    m_registry.commitAll();
+    const QString prmAddr = address.value(Key::prmAddr).toString();
+    const QString device = address.value(Key::dev_uniq_id).toString();
+    const QString category = ParameterManagementRegistry::categoryOf(prmAddr);
+
+    QList<ParameterManagementBase::Item> items;
+    if (ParameterManagementBase *m = m_registry.manager(category, device))
+        items += m->registrations().values(prmAddr);
+    if (ParameterManagementBase *m = m_registry.defaultManager(category))
+        items += m->registrations().values(prmAddr);
+
+    // A control may take others down while it handles the change (a page
+    // switch), so every item is checked against the living controls.
+    QHash<void *, QPointer<QWidget>> living;
+    for (IWidgetCore *core : controls())
+        living.insert(core, widgetOf(core));
+    QSet<void *> done;
+    for (void *item : qAsConst(items)) {
+        if (done.contains(item))
+            continue;
+        done.insert(item);
+        const auto it = living.constFind(item);
+        if (it == living.cend() || it->isNull())
+            continue;
+        static_cast<IWidgetCore *>(item)->notifyValueChanged(address);
+    }
+}
+
+QString PanelHost::registryEvent() const
+{
+    QHash<void *, QString> names;
+    for (IWidgetCore *core : controls())
+        names.insert(core, nameOf(core));
+    QStringList entries;
+    auto list = [&](const QString &category, const QString &key, const ParameterManagementBase *manager) {
+        const ParameterManagementBase::Table table = manager->registrations();
+        for (auto it = table.cbegin(); it != table.cend(); ++it) {
+            entries << Json::Object()
+                           .add(QStringLiteral("category"), category)
+                           .add(QStringLiteral("key"), key)
+                           .add(QStringLiteral("address"), it.key())
+                           .add(QStringLiteral("widget"), names.value(it.value()))
+                           .toString();
+        }
+    };
+    for (const QString &category : ParameterManagementRegistry::categories()) {
+        list(category, QString(), m_registry.defaultManager(category));
+        const auto keyed = m_registry.managers(category);
+        for (auto it = keyed.cbegin(); it != keyed.cend(); ++it)
+            list(category, it.key(), it.value());
+    }
+    return Json::Object()
+        .add(QStringLiteral("event"), "registry")
+        .addRaw(QStringLiteral("entries"), Json::array(entries))
+        .toString();
+}
+
+bool PanelHost::readParameter(const ParameterAddress &address, Value &value, QMap<QString, QString> &attributes)
+{
+    QVariantMap answer;
+    if (!m_database->readParameter(address.keys(), answer)) {
+        value.setPayload(QVariant());
+        return false;
+    }
+    for (auto it = answer.cbegin(); it != answer.cend(); ++it) {
+        const QString text = it.value().toString();
+        value.set(it.key(), text);
+        attributes.insert(it.key(), text);
+    }
+    value.setPayload(answer.value(Key::ui_prm_val));
+    return true;
+}
+
+bool PanelHost::sendRequest(QWidget *control, int index, const QVariantMap &address, int kind,
+                            const QMap<QString, QString> &arguments)
+{
+    Json::Object args;
+    for (auto it = arguments.cbegin(); it != arguments.cend(); ++it)
+        args.add(it.key(), it.value());
+    emitEvent(Json::Object()
+                  .add(QStringLiteral("event"), "request")
+                  .add(QStringLiteral("widget"), control ? control->objectName() : QString())
+                  .add(QStringLiteral("index"), index)
+                  .add(QStringLiteral("kind"), kind)
+                  .addRaw(QStringLiteral("args"), args.toString())
+                  .toString());
+    if (!m_database->applyRequests())
+        return false;
+    return m_database->request(address, kind, arguments);
+}
+
+void PanelHost::selectParameter(QWidget *control, const QString &first, const QString &second)
+{
+    emitEvent(Json::Object()
+                  .add(QStringLiteral("event"), "select")
+                  .add(QStringLiteral("widget"), control ? control->objectName() : QString())
+                  .addRaw(QStringLiteral("texts"), Json::strings({first, second}))
+                  .toString());
+}
+
+QVariantMap PanelHost::ownerDevice(const QWidget *)
+{
+    return m_owner;
+}
+
+bool PanelHost::parameterExists(const QVariantMap &address)
+{
+    return m_database->parameterExists(address);
+}
+
+void PanelHost::contextAction(QWidget *control, const QString &action, const QVariantMap &data)
+{
+    Json::Object d;
+    for (auto it = data.cbegin(); it != data.cend(); ++it)
+        d.add(it.key(), it.value().toString());
+    emitEvent(Json::Object()
+                  .add(QStringLiteral("event"), "action")
+                  .add(QStringLiteral("widget"), control ? control->objectName() : QString())
+                  .add(QStringLiteral("action"), action)
+                  .addRaw(QStringLiteral("data"), d.toString())
+                  .toString());
+}
+
+void PanelHost::parameterChanged(const QVariantMap &address)
+{
+    deliver(address);
+}
+
+void PanelHost::emitEvent(const QString &json)
+{
+    if (m_sink)
+        m_sink(json);
+}

@@ -1,0 +1,93 @@
+#ifndef CORVANE_HOST_PANELHOST_H
+#define CORVANE_HOST_PANELHOST_H
+
+#include <corvane/IAbstractDB.h>
+#include <corvane/IHostCore.h>
+#include <corvane/ParameterManagement.h>
+
+#include <QDomDocument>
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+
+class IPanelFactory;
+class IWidgetCore;
+class ParameterDatabase;
+
+/*!
+    \class PanelHost
+    \brief What the design application is to the controls of one panel.
+
+    Holds the panel description, its devices and its registry, builds the
+    panel through the panel factory, answers the controls' reads from the
+    parameter database, passes their requests on, and delivers every change
+    the database reports to the controls registered for it. The registry is
+    committed after building and before every delivery.
+
+    Requests, selections and context-menu actions are also handed to the
+    event sink as JSON lines.
+*/
+class PanelHost : public IHostCore, public IParameterObserver
+{
+public:
+    explicit PanelHost(ParameterDatabase *database);
+    ~PanelHost() override;
+
+    //! Reads a panel description and declares its devices; false with \a error set when it cannot be used.
+    bool load(const QByteArray &xml, const QString &path, QString *error);
+    //! Builds the panel as a top-level widget; false when the factory built nothing.
+    bool build(IPanelFactory *factory, QString *error);
+
+    QWidget *panel() const { return m_panel; }
+    QSize designSize() const { return m_designSize; }
+    const QDomDocument &document() const { return m_document; }
+    ParameterManagementRegistry *registry() { return &m_registry; }
+    ParameterDatabase *database() const { return m_database; }
+
+    void setZoom(float zoom);
+    void setEventSink(std::function<void(const QString &)> sink) { m_sink = std::move(sink); }
+
+    //! Every live control of the panel, pages included, in creation order.
+    QList<IWidgetCore *> controls() const;
+    //! The first control named \a name, or null.
+    IWidgetCore *control(const QString &name) const;
+    static QString nameOf(IWidgetCore *core);
+
+    //! Commits the registry and tells every control registered for \a address.
+    void deliver(const QVariantMap &address);
+    //! The committed registrations as a "registry" event.
+    QString registryEvent() const;
+
+    bool readParameter(const ParameterAddress &address, Value &value, QMap<QString, QString> &attributes) override;
+    bool sendRequest(QWidget *control, int index, const QVariantMap &address, int kind,
+                     const QMap<QString, QString> &arguments) override;
+    void selectParameter(QWidget *control, const QString &first, const QString &second) override;
+    float zoomFactor() const override { return m_zoom; }
+    IHostTarget *currentTarget() override { return nullptr; }
+    QVariantMap ownerDevice(const QWidget *control) override;
+    bool parameterExists(const QVariantMap &address) override;
+    int mode() const override { return 1; }
+    bool isActive(const QWidget *) const override { return true; }
+    int state(int, int) const override { return 0; }
+    QVariantMap editorInfo() const override { return QVariantMap(); }
+    QString imageBasePath() const override { return m_basePath; }
+    void contextAction(QWidget *control, const QString &action, const QVariantMap &data) override;
+
+    void parameterChanged(const QVariantMap &address) override;
+
+private:
+    void emitEvent(const QString &json);
+
+    ParameterDatabase *m_database;
+    ParameterManagementRegistry m_registry;
+    QDomDocument m_document;
+    QString m_basePath;
+    QSize m_designSize;
+    QVariantMap m_owner;
+    QPointer<QWidget> m_panel;
+    float m_zoom = 1.0f;
+    std::function<void(const QString &)> m_sink;
+};
+
+#endif

@@ -1,0 +1,94 @@
+#ifndef CORVANE_HOST_PARAMETERDATABASE_H
+#define CORVANE_HOST_PARAMETERDATABASE_H
+
+#include <corvane/IAbstractDB.h>
+
+#include "ParameterSpec.h"
+
+#include <QHash>
+#include <QMap>
+
+/*!
+    \class ParameterDatabase
+    \brief A parameter database that simulates devices from model files.
+
+    Device models are XML files (one \c DeviceModel each) that declare typed
+    parameters; devices are instances of a model under a unique identifier.
+    Values live per device, zone and parameter address and start at the
+    declared default. Requests are turned into values the way the design
+    application's database does it, and every applied request or stored
+    text is reported to the observer.
+
+    Texts stored with store() override what the parameter's type would
+    answer until the next applied request; they can also give a device a
+    parameter that its model does not declare.
+*/
+class Q_DECL_EXPORT ParameterDatabase : public IAbstractDB
+{
+public:
+    ParameterDatabase();
+    ~ParameterDatabase() override;
+
+    //! The process's database, the one GetAbstractDB() returns; the models of the application directory are loaded.
+    static ParameterDatabase *instance();
+
+    //! Reads every "*.xml" model file in \a folder; problems are appended to \a errors.
+    bool loadModels(const QString &folder, QStringList *errors = nullptr);
+    bool loadModelFile(const QString &path, QStringList *errors = nullptr);
+    bool loadModel(const QByteArray &xml, const QString &origin, QStringList *errors = nullptr);
+    QStringList models() const;
+    bool hasModel(const QString &model) const;
+    const ParameterSpec *spec(const QString &model, const QString &prmAddr) const;
+    QList<ParameterSpec> specs(const QString &model) const;
+
+    //! Adds a device of \a model; false when the identifier is taken. An unknown model gives a device without parameters.
+    bool addDevice(const QString &id, const QString &model);
+    //! Forgets every device and every value.
+    void clearDevices();
+
+    void setApplyRequests(bool apply) { m_apply = apply; }
+    bool applyRequests() const { return m_apply; }
+
+    //! Stores \a texts, unchanged, for the parameter of \a address and reports the change; false for an unknown device.
+    bool store(const QVariantMap &address, const QMap<QString, QString> &texts);
+
+    QStringList devices() const override;
+    QVariantMap device(const QString &devUniqId) const override;
+    bool readParameter(const QVariantMap &address, QVariantMap &answer) const override;
+    bool queryParameter(const QString &model, const QVariantMap &request,
+                        QMap<QString, QVariantMap> &answer) const override;
+    bool request(const QVariantMap &address, int kind, const QMap<QString, QString> &arguments) override;
+    bool parameterExists(const QVariantMap &address) const override;
+    QString convertDelay(const QVariantMap &address, const QString &unit, const QString &text) const override;
+    void setObserver(IParameterObserver *observer) override { m_observer = observer; }
+
+private:
+    struct State
+    {
+        double value = 0;
+        QString text;
+        QMap<QString, QString> stored;
+    };
+    struct Model
+    {
+        QList<ParameterSpec> order;
+        QHash<QString, int> byAddress;
+    };
+
+    static QString stateKey(const QString &device, const QString &zone, const QString &prmAddr);
+    const ParameterSpec *specFor(const QVariantMap &address) const;
+    State initialState(const ParameterSpec &spec) const;
+    bool apply(const ParameterSpec &spec, State *state, int kind, const QMap<QString, QString> &arguments) const;
+    void notify(const QVariantMap &address);
+
+    QMap<QString, Model> m_models;
+    QStringList m_deviceOrder;
+    QHash<QString, QString> m_deviceModels;
+    mutable QHash<QString, State> m_states;
+    IParameterObserver *m_observer = nullptr;
+    bool m_apply = true;
+};
+
+extern "C" Q_DECL_EXPORT IAbstractDB *GetAbstractDB();
+
+#endif
