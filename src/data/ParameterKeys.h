@@ -79,4 +79,61 @@ constexpr QLatin1String editor_auto("editor_auto");
 
 } // namespace Key
 
+/*
+    Members of the JSON parameter and device records (Part 2.2). Kept apart
+    from Key so that short names such as "x" and "y" stay out of the way of
+    code that says "using namespace Key".
+*/
+namespace RecordKey {
+
+constexpr QLatin1String parameter("parameter");
+constexpr QLatin1String category("category");
+constexpr QLatin1String componentname("componentname");
+constexpr QLatin1String componentlabel("componentlabel");
+constexpr QLatin1String memno("memno");
+constexpr QLatin1String componentid("componentid");
+constexpr QLatin1String elementno("elementno");
+constexpr QLatin1String x("x");
+constexpr QLatin1String y("y");
+constexpr QLatin1String paramno("paramno");
+constexpr QLatin1String index("index");
+constexpr QLatin1String model("model");
+constexpr QLatin1String identifier("identifier");
+constexpr QLatin1String widget("widget");
+constexpr QLatin1String device("device");
+constexpr QLatin1String paramname("paramname");
+constexpr QLatin1String address("address");
+constexpr QLatin1String meter("meter");
+constexpr QLatin1String meterid("meterid");
+constexpr QLatin1String snapshot("snapshot");
+
+} // namespace RecordKey
+
+/*
+    The fixed textual parameter addresses the library itself uses (Part 2.2),
+    and the "DelayScale" units that select a delay-time address.
+*/
+namespace FixedAddress {
+
+constexpr QLatin1String desiredFs("Setup/0/Config/DesiredFs:0:0");
+constexpr QLatin1String desiredFsComponent("Setup:1:1x1");
+constexpr QLatin1String delayTimeMs("Ch/Delay/Time");
+constexpr QLatin1String delayTimeMeter("Ch/Delay/Time_m");
+constexpr QLatin1String delayTimeFeet("Ch/Delay/Time_ft");
+constexpr QLatin1String wordclockFs("IO:Current/Dev/Wordclock/Fs=0/0/0");
+constexpr QLatin1String analogOutFrame("Lumen:Analog/OutCh/Frame=0/0/0");
+constexpr QLatin1String micGainType("Cinder:DSPTOP/MicGaintype");
+
+} // namespace FixedAddress
+
+namespace DelayUnit {
+
+constexpr QLatin1String ms("ms");
+constexpr QLatin1String meter("meter");
+constexpr QLatin1String feet("feet");
+constexpr QLatin1String sample("sample");
+constexpr QLatin1String frame("frame");
+
+} // namespace DelayUnit
+
 #endif
