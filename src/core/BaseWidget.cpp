@@ -463,6 +463,8 @@ bool BaseWidget::sendRequest(int kind, int index, const QMap<QString, QString> &
 {
     if (index < 0 || index >= m_addresses.size() || !m_registry || !m_hostCore)
         return false;
+    if (!m_addresses.at(index).isValid()) // a template still waiting for its placeholders
+        return false;
     const QVariantMap &keys = m_addresses.at(index).keys();
     if (checksParameterExistence() && !m_hostCore->parameterExists(keys))
         return false;

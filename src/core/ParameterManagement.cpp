@@ -23,9 +23,9 @@ bool ParameterManagementBase::commit()
     QMutexLocker locker(&m_lock);
     for (auto it = m_removals.cbegin(); it != m_removals.cend(); ++it)
         m_registrations.remove(it.key(), it.value());
-    // QMultiMap::insert places a new entry ahead of those with the same key;
-    // walking the queue backwards therefore keeps each address's items in
-    // the order they were added.
+    // The queue holds each address's items newest first; walking it from the
+    // back and inserting each ahead of its address's entries leaves the
+    // newest addition first, before what was registered earlier.
     for (auto it = m_additions.cend(); it != m_additions.cbegin();) {
         --it;
         m_registrations.insert(it.key(), it.value());
