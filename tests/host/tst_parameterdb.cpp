@@ -1,0 +1,318 @@
+#include "ParameterDatabase.h"
+
+#include <QtTest>
+
+namespace {
+
+class Recorder : public IParameterObserver
+{
+public:
+    void parameterChanged(const QVariantMap &address) override { changes.append(address); }
+    QList<QVariantMap> changes;
+};
+
+QVariantMap at(const QString &device, const QString &prmAddr)
+{
+    return {{QStringLiteral("dev_uniq_id"), device}, {QStringLiteral("prmAddr"), prmAddr}};
+}
+
+// One device "d" of model "M" holding the parameters given as XML.
+bool setUp(ParameterDatabase &db, const QString &parameters, QStringList *errors = nullptr)
+{
+    const QString xml = QStringLiteral("<DeviceModel name=\"M\">%1</DeviceModel>").arg(parameters);
+    const bool ok = db.loadModel(xml.toUtf8(), QStringLiteral("M.xml"), errors);
+    db.addDevice(QStringLiteral("d"), QStringLiteral("M"));
+    return ok;
+}
+
+QString read(const ParameterDatabase &db, const QString &prmAddr, const char *key)
+{
+    QVariantMap answer;
+    db.readParameter(at(QStringLiteral("d"), prmAddr), answer);
+    return answer.value(QLatin1String(key)).toString();
+}
+
+} // namespace
+
+class tst_ParameterDB : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void requests_data();
+    void requests();
+    void unknownParameterOrDeviceChangesNothing();
+    void readOnlyParametersRefuseRequests();
+    void storedTextsOverrideUntilTheNextRequest();
+    void storeCreatesUndeclaredParameters();
+    void malformedModels_data();
+    void malformedModels();
+    void repeatExpandsAddresses();
+    void convertDelay_data();
+    void convertDelay();
+    void queryAnswersEveryDeviceOfTheModel();
+};
+
+void tst_ParameterDB::requests_data()
+{
+    QTest::addColumn<QString>("parameter");
+    QTest::addColumn<QString>("before"); // text set first, kind 1
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("argument");
+    QTest::addColumn<bool>("applied");
+    QTest::addColumn<QString>("str");
+    QTest::addColumn<QString>("val");
+
+    const QString gain = QStringLiteral("type=\"linear\" min=\"-6\" max=\"66\" default=\"20\" unit=\"dB\"");
+    QTest::newRow("linear position") << gain << "" << 0 << "ui_prm_val" << "0.5" << true << "30 dB" << "0.5";
+    QTest::newRow("linear position clamped") << gain << "" << 0 << "ui_prm_val" << "1.7" << true << "66 dB" << "1";
+    QTest::newRow("linear position not a number") << gain << "" << 0 << "ui_prm_val" << "x" << false << "20 dB" << "0.361111";
+    QTest::newRow("linear text with unit, rounded") << gain << "" << 1 << "ui_prm_str" << "12.4 dB" << true << "12 dB" << "0.25";
+    QTest::newRow("linear text unit without blank") << gain << "" << 1 << "ui_prm_str" << "-2dB" << true << "-2 dB" << "0.0555556";
+    QTest::newRow("linear text clamped high") << gain << "" << 1 << "ui_prm_str" << "100" << true << "66 dB" << "1";
+    QTest::newRow("linear text clamped low") << gain << "" << 1 << "ui_prm_str" << "-20" << true << "-6 dB" << "0";
+    QTest::newRow("linear text wrong unit") << gain << "" << 1 << "ui_prm_str" << "12 Hz" << false << "20 dB" << "0.361111";
+    QTest::newRow("linear text garbage") << gain << "" << 1 << "ui_prm_str" << "loud" << false << "20 dB" << "0.361111";
+    QTest::newRow("linear step up") << gain << "" << 2 << "ui_prm_step" << "1" << true << "21 dB" << "0.375";
+    QTest::newRow("linear step down at minimum") << gain << "-6" << 2 << "ui_prm_step" << "-1" << true << "-6 dB" << "0";
+    QTest::newRow("linear default") << gain << "40" << 3 << "" << "" << true << "20 dB" << "0.361111";
+
+    const QString fader = QStringLiteral("type=\"level\" min=\"-138\" max=\"10\" default=\"0\" inf=\"true\" "
+                                         "curve=\"0:-138 0.05:-80 0.25:-40 0.5:-20 0.75:-6 1:10\"");
+    QTest::newRow("level position on curve") << fader << "" << 0 << "ui_prm_val" << "0.5" << true << "-20.0 dB" << "0.5";
+    QTest::newRow("level position between points") << fader << "" << 0 << "ui_prm_val" << "0.625" << true << "-13.0 dB" << "0.625";
+    QTest::newRow("level position zero is -inf") << fader << "" << 0 << "ui_prm_val" << "0" << true << "-inf dB" << "0";
+    QTest::newRow("level text -inf") << fader << "" << 1 << "ui_prm_str" << "-inf" << true << "-inf dB" << "0";
+    QTest::newRow("level text on curve") << fader << "" << 1 << "ui_prm_str" << "-6 dB" << true << "-6.0 dB" << "0.75";
+    QTest::newRow("level text rounded") << fader << "" << 1 << "ui_prm_str" << "5.56" << true << "5.6 dB" << "0.93125";
+    QTest::newRow("level step from -inf") << fader << "-inf" << 2 << "ui_prm_step" << "1" << true << "-137.9 dB" << "8.62069e-05";
+
+    const QString freq = QStringLiteral("type=\"frequency\" default=\"1000\"");
+    QTest::newRow("frequency default row") << freq << "" << 2 << "ui_prm_step" << "0" << true << "1000 Hz" << "0.566667";
+    QTest::newRow("frequency text in k") << freq << "" << 1 << "ui_prm_str" << "2k" << true << "2000 Hz" << "0.666667";
+    QTest::newRow("frequency text in kHz") << freq << "" << 1 << "ui_prm_str" << "1.5 kHz" << true << "1500 Hz" << "0.625";
+    QTest::newRow("frequency text nearest step") << freq << "" << 1 << "ui_prm_str" << "1010" << true << "1000 Hz" << "0.566667";
+    QTest::newRow("frequency text wrong unit") << freq << "" << 1 << "ui_prm_str" << "10 dB" << false << "1000 Hz" << "0.566667";
+    QTest::newRow("frequency step") << freq << "" << 2 << "ui_prm_step" << "1" << true << "1030 Hz" << "0.570833";
+    QTest::newRow("frequency position bottom") << freq << "" << 0 << "ui_prm_val" << "0" << true << "20.0 Hz" << "0";
+    QTest::newRow("frequency position top") << freq << "" << 0 << "ui_prm_val" << "1" << true << "20000 Hz" << "1";
+    const QString hpf = QStringLiteral("type=\"frequency\" min=\"20\" max=\"600\" default=\"80\"");
+    QTest::newRow("frequency range clamps text") << hpf << "" << 1 << "ui_prm_str" << "5k" << true << "600 Hz" << "1";
+
+    const QString ratio = QStringLiteral("type=\"options\" options=\"1:1|2:1|4:1\" default=\"2:1\"");
+    QTest::newRow("options position") << ratio << "" << 0 << "ui_prm_val" << "1" << true << "4:1" << "1";
+    QTest::newRow("options position rounds") << ratio << "" << 0 << "ui_prm_val" << "0.2" << true << "1:1" << "0";
+    QTest::newRow("options text any case") << ratio << "" << 1 << "ui_prm_str" << "4:1" << true << "4:1" << "1";
+    QTest::newRow("options text index") << ratio << "" << 1 << "ui_prm_str" << "0" << true << "1:1" << "0";
+    QTest::newRow("options text unknown") << ratio << "" << 1 << "ui_prm_str" << "8:1" << false << "2:1" << "0.5";
+    QTest::newRow("options step stops at the end") << ratio << "4:1" << 2 << "ui_prm_step" << "1" << true << "4:1" << "1";
+
+    const QString mute = QStringLiteral("type=\"onoff\"");
+    QTest::newRow("onoff text on") << mute << "" << 1 << "ui_prm_str" << "on" << true << "On" << "1";
+    QTest::newRow("onoff text true") << mute << "" << 1 << "ui_prm_str" << "true" << true << "On" << "1";
+    QTest::newRow("onoff position below half") << mute << "On" << 0 << "ui_prm_val" << "0.4" << true << "Off" << "0";
+    QTest::newRow("onoff step") << mute << "" << 2 << "ui_prm_step" << "1" << true << "On" << "1";
+
+    const QString name = QStringLiteral("type=\"text\" default=\"Ch 1\" maxLength=\"6\"");
+    QTest::newRow("text set") << name << "" << 1 << "ui_prm_str" << "Lead" << true << "Lead" << "0";
+    QTest::newRow("text cut to length") << name << "" << 1 << "ui_prm_str" << "Vocals 2" << true << "Vocals" << "0";
+    QTest::newRow("text has no position") << name << "" << 0 << "ui_prm_val" << "0.5" << false << "Ch 1" << "0";
+    QTest::newRow("text default") << name << "Bass" << 3 << "" << "" << true << "Ch 1" << "0";
+}
+
+void tst_ParameterDB::requests()
+{
+    QFETCH(QString, parameter);
+    QFETCH(QString, before);
+    QFETCH(int, kind);
+    QFETCH(QString, key);
+    QFETCH(QString, argument);
+    QFETCH(bool, applied);
+    QFETCH(QString, str);
+    QFETCH(QString, val);
+
+    ParameterDatabase db;
+    QStringList errors;
+    QVERIFY2(setUp(db, QStringLiteral("<Parameter address=\"P\" %1/>").arg(parameter), &errors), qPrintable(errors.join('\n')));
+    if (!before.isEmpty())
+        QVERIFY(db.request(at("d", "P"), 1, {{QStringLiteral("ui_prm_str"), before}}));
+    Recorder recorder;
+    db.setObserver(&recorder);
+
+    QMap<QString, QString> arguments;
+    if (!key.isEmpty())
+        arguments.insert(key, argument);
+    QCOMPARE(db.request(at("d", "P"), kind, arguments), applied);
+    QCOMPARE(recorder.changes.size(), applied ? 1 : 0);
+    QCOMPARE(read(db, "P", "ui_prm_str"), str);
+    QCOMPARE(read(db, "P", "ui_prm_val"), val);
+}
+
+void tst_ParameterDB::unknownParameterOrDeviceChangesNothing()
+{
+    ParameterDatabase db;
+    QVERIFY(setUp(db, "<Parameter address=\"P\" type=\"onoff\"/>"));
+    Recorder recorder;
+    db.setObserver(&recorder);
+    const QMap<QString, QString> on{{QStringLiteral("ui_prm_str"), QStringLiteral("On")}};
+
+    QVERIFY(!db.request(at("d", "Q"), 1, on));
+    QVERIFY(!db.request(at("e", "P"), 1, on));
+    QVERIFY(!db.request(at("d", "P"), 7, on));
+    QVariantMap answer;
+    QVERIFY(!db.readParameter(at("e", "P"), answer));
+    QVERIFY(!db.readParameter(at("d", "Q"), answer));
+    QVERIFY(answer.isEmpty());
+    QVERIFY(!db.parameterExists(at("d", "Q")));
+    QVERIFY(db.parameterExists(at("d", "P")));
+    QVERIFY(recorder.changes.isEmpty());
+    QCOMPARE(read(db, "P", "ui_prm_str"), QStringLiteral("Off"));
+}
+
+void tst_ParameterDB::readOnlyParametersRefuseRequests()
+{
+    ParameterDatabase db;
+    QVERIFY(setUp(db, "<Parameter address=\"Meter:L\" type=\"meter\" min=\"-60\" max=\"0\"/>"
+                      "<Parameter address=\"On\" type=\"state\" options=\"offline|online\" default=\"online\"/>"
+                      "<Parameter address=\"G\" type=\"linear\" min=\"0\" max=\"1\" readonly=\"true\"/>"));
+    for (const char *p : {"Meter:L", "On", "G"}) {
+        for (int kind = 0; kind <= 3; ++kind)
+            QVERIFY(!db.request(at("d", p), kind, {{"ui_prm_val", "1"}, {"ui_prm_str", "0"}, {"ui_prm_step", "1"}}));
+    }
+    QCOMPARE(read(db, "Meter:L", "ui_prm_str"), QStringLiteral("-60.0 dB"));
+    QCOMPARE(read(db, "Meter:L", "ui_prm_prak"), QStringLiteral("0"));
+    QCOMPARE(read(db, "On", "ui_prm_val"), QStringLiteral("online"));
+}
+
+void tst_ParameterDB::storedTextsOverrideUntilTheNextRequest()
+{
+    ParameterDatabase db;
+    QVERIFY(setUp(db, "<Parameter address=\"G\" type=\"linear\" min=\"0\" max=\"10\" unit=\"dB\"/>"));
+    Recorder recorder;
+    db.setObserver(&recorder);
+    QVERIFY(db.store(at("d", "G"), {{"ui_prm_val", "0.5"}, {"ui_prm_str", "-6.0 dB"}}));
+    QCOMPARE(recorder.changes.size(), 1);
+    QCOMPARE(recorder.changes.first().value("prmAddr").toString(), QStringLiteral("G"));
+    QCOMPARE(read(db, "G", "ui_prm_str"), QStringLiteral("-6.0 dB")); // unchanged, even if the type would not say so
+    QCOMPARE(read(db, "G", "ui_prm_val"), QStringLiteral("0.5"));
+    QCOMPARE(read(db, "G", "prmUnit"), QStringLiteral("dB"));
+
+    QVERIFY(db.request(at("d", "G"), 2, {{"ui_prm_step", "1"}, {"ui_prm_val", "0.5"}}));
+    QCOMPARE(read(db, "G", "ui_prm_str"), QStringLiteral("1 dB"));
+    QCOMPARE(read(db, "G", "ui_prm_val"), QStringLiteral("0.1"));
+}
+
+void tst_ParameterDB::storeCreatesUndeclaredParameters()
+{
+    ParameterDatabase db;
+    QVERIFY(setUp(db, QString()));
+    QVERIFY(!db.parameterExists(at("d", "X")));
+    QVERIFY(db.store(at("d", "X"), {{"ui_prm_str", "hello"}}));
+    QVERIFY(db.parameterExists(at("d", "X")));
+    QCOMPARE(read(db, "X", "ui_prm_str"), QStringLiteral("hello"));
+    // Still not a parameter the device can change.
+    QVERIFY(!db.request(at("d", "X"), 1, {{"ui_prm_str", "bye"}}));
+    QCOMPARE(read(db, "X", "ui_prm_str"), QStringLiteral("hello"));
+    QVERIFY(!db.store(at("nobody", "X"), {{"ui_prm_str", "x"}}));
+}
+
+void tst_ParameterDB::malformedModels_data()
+{
+    QTest::addColumn<QString>("xml");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("not XML") << "<DeviceModel name=\"M\">\n<Parameter" << "M.xml:2:";
+    QTest::newRow("wrong root") << "<Model name=\"M\"/>" << "expected <DeviceModel";
+    QTest::newRow("no name") << "<DeviceModel/>" << "expected <DeviceModel";
+    QTest::newRow("unknown type") << "<DeviceModel name=\"M\">\n\n<Parameter address=\"P\" type=\"dial\"/></DeviceModel>"
+                                  << "M.xml:3: parameter P: unknown type \"dial\"";
+    QTest::newRow("no address") << "<DeviceModel name=\"M\"><Parameter type=\"onoff\"/></DeviceModel>" << "without an address";
+    QTest::newRow("bad number") << "<DeviceModel name=\"M\"><Parameter address=\"P\" type=\"linear\" max=\"ten\"/></DeviceModel>"
+                                << "max \"ten\" is not a number";
+    QTest::newRow("empty range") << "<DeviceModel name=\"M\"><Parameter address=\"P\" type=\"linear\" min=\"3\" max=\"3\"/></DeviceModel>"
+                                 << "empty range";
+    QTest::newRow("curve off the range") << "<DeviceModel name=\"M\"><Parameter address=\"P\" type=\"linear\" min=\"0\" max=\"10\" curve=\"0:0 1:9\"/></DeviceModel>"
+                                         << "the curve must run";
+    QTest::newRow("curve not rising") << "<DeviceModel name=\"M\"><Parameter address=\"P\" type=\"linear\" min=\"0\" max=\"10\" curve=\"0:0 0.5:6 0.6:5 1:10\"/></DeviceModel>"
+                                      << "malformed curve point \"0.6:5\"";
+    QTest::newRow("one option") << "<DeviceModel name=\"M\"><Parameter address=\"P\" type=\"options\" options=\"A\"/></DeviceModel>"
+                                << "two or more options";
+    QTest::newRow("default not an option") << "<DeviceModel name=\"M\"><Parameter address=\"P\" type=\"options\" options=\"A|B\" default=\"C\"/></DeviceModel>"
+                                           << "default \"C\" is not an option";
+    QTest::newRow("bad repeat") << "<DeviceModel name=\"M\"><Repeat from=\"3\" to=\"1\"/></DeviceModel>" << "malformed Repeat range";
+}
+
+void tst_ParameterDB::malformedModels()
+{
+    QFETCH(QString, xml);
+    QFETCH(QString, error);
+    ParameterDatabase db;
+    QStringList errors;
+    QVERIFY(!db.loadModel(xml.toUtf8(), QStringLiteral("M.xml"), &errors));
+    QCOMPARE(errors.size(), 1);
+    QVERIFY2(errors.first().contains(error), qPrintable(errors.first()));
+}
+
+void tst_ParameterDB::repeatExpandsAddresses()
+{
+    ParameterDatabase db;
+    QVERIFY(setUp(db, "<Repeat var=\"n\" from=\"1\" to=\"3\"><Repeat var=\"b\" from=\"1\" to=\"2\">"
+                      "<Parameter address=\"Ch{n}/Band{b}\" type=\"linear\" min=\"0\" max=\"{n}\"/>"
+                      "</Repeat></Repeat>"));
+    QCOMPARE(db.specs("M").size(), 6);
+    QCOMPARE(db.specs("M").first().address, QStringLiteral("Ch1/Band1"));
+    QCOMPARE(db.specs("M").last().address, QStringLiteral("Ch3/Band2"));
+    QVERIFY(db.request(at("d", "Ch3/Band2"), 0, {{"ui_prm_val", "1"}}));
+    QCOMPARE(read(db, "Ch3/Band2", "ui_prm_str"), QStringLiteral("3"));
+    QVERIFY(!db.parameterExists(at("d", "Ch4/Band1")));
+}
+
+void tst_ParameterDB::convertDelay_data()
+{
+    QTest::addColumn<QString>("unit");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("position");
+    QTest::newRow("metres") << "meter" << "34.3" << "0.1";
+    QTest::newRow("feet") << "feet" << "112.5328" << "0.1";
+    QTest::newRow("samples at the device's rate") << "sample" << "9600" << "0.2";
+    QTest::newRow("frames") << "frame" << "3" << "0.1";
+    QTest::newRow("clamped") << "meter" << "10000" << "1";
+    QTest::newRow("not a number") << "meter" << "far" << "";
+    QTest::newRow("unknown unit") << "ms" << "5" << "";
+}
+
+void tst_ParameterDB::convertDelay()
+{
+    QFETCH(QString, unit);
+    QFETCH(QString, text);
+    QFETCH(QString, position);
+    ParameterDatabase db;
+    QVERIFY(setUp(db, "<Parameter address=\"Ch/Delay/Time\" type=\"linear\" min=\"0\" max=\"1000\" decimals=\"2\" unit=\"ms\"/>"
+                      "<Parameter address=\"Setup/0/Config/DesiredFs:0:0\" type=\"linear\" min=\"0\" max=\"96000\" default=\"48000\"/>"));
+    QCOMPARE(db.convertDelay(at("d", "Ch/Delay/Time"), unit, text), position);
+    QCOMPARE(db.convertDelay(at("d", "Setup/0/Config/DesiredFs:0:0"), unit, text), QString());
+}
+
+void tst_ParameterDB::queryAnswersEveryDeviceOfTheModel()
+{
+    ParameterDatabase db;
+    QVERIFY(setUp(db, "<Parameter address=\"P\" type=\"onoff\"/>"));
+    db.addDevice("d2", "M");
+    db.addDevice("x", "Other");
+    QVERIFY(!db.addDevice("d2", "M"));
+    QVERIFY(db.request(at("d2", "P"), 1, {{"ui_prm_str", "On"}}));
+    QMap<QString, QVariantMap> answer;
+    QVERIFY(db.queryParameter("M", {{"prmAddr", "P"}, {"cptName", "Setup:1:1x1"}}, answer));
+    QCOMPARE(answer.keys(), QStringList({"d", "d2"}));
+    QCOMPARE(answer.value("d").value("ui_prm_str").toString(), QStringLiteral("Off"));
+    QCOMPARE(answer.value("d2").value("ui_prm_str").toString(), QStringLiteral("On"));
+    QCOMPARE(answer.value("d2").value("componentname").toString(), QStringLiteral("Setup:1:1x1"));
+    answer.clear();
+    QVERIFY(!db.queryParameter("Other", {{"prmAddr", "P"}}, answer));
+    QVERIFY(answer.isEmpty());
+    QCOMPARE(db.device("x").value("dev_model").toString(), QStringLiteral("Other"));
+    QVERIFY(db.device("nobody").isEmpty());
+}
+
+QTEST_GUILESS_MAIN(tst_ParameterDB)
+#include "tst_parameterdb.moc"
