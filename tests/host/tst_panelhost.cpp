@@ -1,0 +1,267 @@
+#include "PanelFactory.h"
+#include "PanelHost.h"
+#include "ParameterDatabase.h"
+
+#include <corvane/IPanelFactory.h>
+#include <corvane/IWidgetCore.h>
+
+#include <QtTest>
+
+namespace {
+
+// A control that only records what the host tells it.
+class FakeControl : public QWidget, public IWidgetCore
+{
+public:
+    explicit FakeControl(QWidget *parent) : QWidget(parent) { }
+    QList<QVariantMap> notified;
+    QString name;
+
+    bool configure(const QDomNode &) override { return true; }
+    bool passToHost(int) override { return true; }
+    bool setZoom(float zoom) override { zooms.append(zoom); return zoom > 0; }
+    float zoomFactor() const override { return 1; }
+    void setHighlight(bool) override { }
+    QMap<QString, Value> attributeMap() const override { return {}; }
+    QMap<QString, Value> &attributeMapRef() override { return attributes; }
+    bool setWidgetName(const QString &n) override { name = n; return true; }
+    QString &widgetName() override { return name; }
+    bool isParameterWidget() const override { return true; }
+    int addressCount() const override { return 0; }
+    ParameterAddress &address(int) override { return empty; }
+    bool applyValues(const QList<Value> &) override { return true; }
+    void updateAddresses(const QList<QVariantMap> &) override { }
+    QList<ParameterAddress> validAddresses() const override { return {}; }
+    QMap<QString, Value> addressValues() const override { return {}; }
+    QVariantList addressList() const override { return {}; }
+    QJsonDocument exchangeAddressData(const QJsonDocument &) override { return {}; }
+    QList<QVariant> &sideList() override { return side; }
+    bool applyAddressValues(const QList<QVariantMap> &) override { return true; }
+    void notifyValueChanged(const QVariantMap &parameter) override
+    {
+        notified.append(parameter);
+        if (onNotify)
+            onNotify();
+    }
+    const QMetaObject *widgetMetaObject() const override { return metaObject(); }
+    void refresh() override { }
+    bool acceptOperation(int, const QVariant &, const QVariant &) override { return false; }
+    bool acceptCommand(const QVariant &) override { return false; }
+    void setActive(bool) override { }
+    IHostCore *hostCore() const override { return nullptr; }
+
+    std::function<void()> onNotify;
+    QList<float> zooms;
+
+private:
+    QMap<QString, Value> attributes;
+    ParameterAddress empty;
+    QList<QVariant> side;
+};
+
+// Builds one FakeControl per <Widget>, marked the way the real panel factory marks controls.
+class FakeFactory : public IPanelFactory
+{
+public:
+    QWidget *createPanel(const QDomElement &panel, QWidget *parent, IHostCore *, ParameterManagementRegistry *,
+                         const QVariantMap &) override
+    {
+        auto *page = new QWidget(parent);
+        for (QDomElement e = panel.firstChildElement("Widget"); !e.isNull(); e = e.nextSiblingElement("Widget")) {
+            auto *c = new FakeControl(page);
+            c->setObjectName(e.attribute("name"));
+            c->setProperty(PanelFactory::corePropertyName(), QVariant::fromValue(quintptr(static_cast<IWidgetCore *>(c))));
+        }
+        return page;
+    }
+    QWidget *createPanelByName(const QString &, QWidget *, IHostCore *, ParameterManagementRegistry *,
+                               const QVariantMap &) override
+    {
+        return nullptr;
+    }
+};
+
+const char *const panelXml = R"(<Panel width="100" height="50">
+  <Device id="dev1" model="M"/>
+  <Device id="dev2" model="M"/>
+  <Widget type="Fake" name="a"/>
+  <Widget type="Fake" name="b"/>
+  <Widget type="Fake" name="c"/>
+</Panel>)";
+
+QVariantMap at(const QString &device, const QString &prmAddr)
+{
+    return {{"dev_uniq_id", device}, {"prmAddr", prmAddr}};
+}
+
+} // namespace
+
+class tst_PanelHost : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void buildsAndKnowsItsControls();
+    void requestIsReportedAppliedAndDelivered();
+    void requestWithApplyOffIsOnlyReported();
+    void deliveryReachesTheDeviceAndDefaultManagers();
+    void deliveryCommitsFirstAndSkipsDeadControls();
+    void registryEvent();
+    void readsFillTheValue();
+    void loadRefusesOtherRoots();
+
+private:
+    FakeControl *fake(const char *name) { return static_cast<FakeControl *>(host->control(name)); }
+
+    ParameterDatabase *db = nullptr;
+    PanelHost *host = nullptr;
+    FakeFactory factory;
+    QStringList events;
+};
+
+void tst_PanelHost::init()
+{
+    db = new ParameterDatabase;
+    QVERIFY(db->loadModel(R"(<DeviceModel name="M"><Parameter address="G" type="linear" min="0" max="10"/>
+                             <Parameter address="Meter:L" type="meter" min="-60" max="0"/></DeviceModel>)",
+                          "M.xml"));
+    host = new PanelHost(db);
+    events.clear();
+    host->setEventSink([this](const QString &line) { events << line; });
+    QString error;
+    QVERIFY(host->load(panelXml, "panel.xml", &error));
+    QVERIFY(host->build(&factory, &error));
+}
+
+void tst_PanelHost::cleanup()
+{
+    delete host;
+    delete db;
+}
+
+void tst_PanelHost::buildsAndKnowsItsControls()
+{
+    QCOMPARE(host->controls().size(), 3);
+    QVERIFY(fake("b"));
+    QVERIFY(!host->control("nobody"));
+    QCOMPARE(host->panel()->size(), QSize(100, 50));
+    QCOMPARE(host->ownerDevice(fake("a")).value("dev_uniq_id").toString(), QStringLiteral("dev1"));
+    QCOMPARE(db->devices(), QStringList({"dev1", "dev2"}));
+    host->setZoom(1.5f);
+    QCOMPARE(host->panel()->size(), QSize(150, 75));
+    QCOMPARE(fake("c")->zooms, QList<float>{1.5f});
+    host->setZoom(0);
+    QCOMPARE(host->zoomFactor(), 1.5f);
+}
+
+void tst_PanelHost::requestIsReportedAppliedAndDelivered()
+{
+    host->registry()->add("Prm", "dev1", "G", static_cast<IWidgetCore *>(fake("a")));
+    host->registry()->commitAll();
+    QVERIFY(host->sendRequest(fake("b"), 2, at("dev1", "G"), 1, {{"ui_prm_str", "7 "}, {"x", "\"q\""}}));
+    QCOMPARE(events, QStringList{R"({"event":"request","widget":"b","index":2,"kind":1,"args":{"ui_prm_str":"7 ","x":"\"q\""}})"});
+    QCOMPARE(fake("a")->notified.size(), 1);
+    QCOMPARE(fake("a")->notified.first().value("prmAddr").toString(), QStringLiteral("G"));
+    QVERIFY(fake("b")->notified.isEmpty());
+    QVariantMap answer;
+    QVERIFY(db->readParameter(at("dev1", "G"), answer));
+    QCOMPARE(answer.value("ui_prm_str").toString(), QStringLiteral("7"));
+
+    // Refused by the database: reported, nothing delivered.
+    QVERIFY(!host->sendRequest(fake("b"), 0, at("dev1", "Meter:L"), 0, {{"ui_prm_val", "1"}}));
+    QCOMPARE(events.size(), 2);
+    QCOMPARE(fake("a")->notified.size(), 1);
+}
+
+void tst_PanelHost::requestWithApplyOffIsOnlyReported()
+{
+    host->registry()->add("Prm", "dev1", "G", static_cast<IWidgetCore *>(fake("a")));
+    db->setApplyRequests(false);
+    QVERIFY(!host->sendRequest(fake("a"), 0, at("dev1", "G"), 3, {}));
+    QCOMPARE(events, QStringList{R"({"event":"request","widget":"a","index":0,"kind":3,"args":{}})"});
+    QVERIFY(fake("a")->notified.isEmpty());
+    db->setApplyRequests(true);
+    QVERIFY(host->sendRequest(fake("a"), 0, at("dev1", "G"), 3, {}));
+    QCOMPARE(fake("a")->notified.size(), 1);
+}
+
+void tst_PanelHost::deliveryReachesTheDeviceAndDefaultManagers()
+{
+    ParameterManagementRegistry *r = host->registry();
+    r->add("Prm", "dev1", "G", static_cast<IWidgetCore *>(fake("a")));
+    r->add("Prm", "dev2", "G", static_cast<IWidgetCore *>(fake("b")));
+    r->addToDefault("Prm", "G", static_cast<IWidgetCore *>(fake("c")));
+    r->add("Meter", "dev1", "G", static_cast<IWidgetCore *>(fake("b"))); // same text, other category
+    r->add("Prm", "dev1", "G", static_cast<IWidgetCore *>(fake("a")));  // twice: told once
+    QVERIFY(db->store(at("dev1", "G"), {{"ui_prm_str", "x"}}));
+    QCOMPARE(fake("a")->notified.size(), 1);
+    QCOMPARE(fake("b")->notified.size(), 0);
+    QCOMPARE(fake("c")->notified.size(), 1);
+    QCOMPARE(fake("c")->notified.first().value("dev_uniq_id").toString(), QStringLiteral("dev1"));
+
+    QVERIFY(db->store(at("dev1", "Meter:G"), {{"ui_prm_str", "x"}}));
+    QCOMPARE(fake("b")->notified.size(), 0);
+    r->add("Meter", "dev1", "Meter:G", static_cast<IWidgetCore *>(fake("b")));
+    QVERIFY(db->store(at("dev1", "Meter:G"), {{"ui_prm_str", "y"}}));
+    QCOMPARE(fake("b")->notified.size(), 1);
+}
+
+void tst_PanelHost::deliveryCommitsFirstAndSkipsDeadControls()
+{
+    ParameterManagementRegistry *r = host->registry();
+    r->add("Prm", "dev1", "G", static_cast<IWidgetCore *>(fake("a")));
+    r->add("Prm", "dev1", "G", static_cast<IWidgetCore *>(fake("b")));
+    // The first control told takes the second down (a page switch would).
+    fake("a")->onNotify = [this] { delete fake("b"); };
+    host->deliver(at("dev1", "G"));
+    QCOMPARE(fake("a")->notified.size(), 1);
+    QVERIFY(!host->control("b"));
+    QCOMPARE(host->controls().size(), 2);
+}
+
+void tst_PanelHost::registryEvent()
+{
+    ParameterManagementRegistry *r = host->registry();
+    r->add("Meter", "dev1", "Meter:L", static_cast<IWidgetCore *>(fake("c")));
+    r->add("Prm", "dev2", "G", static_cast<IWidgetCore *>(fake("b")));
+    r->add("Prm", "dev1", "G", static_cast<IWidgetCore *>(fake("a")));
+    r->addToDefault("Prm", "H", static_cast<IWidgetCore *>(fake("c")));
+    QCOMPARE(host->registryEvent(), QStringLiteral(R"({"event":"registry","entries":[]})"));
+    r->commitAll();
+    QCOMPARE(host->registryEvent(),
+             QStringLiteral(R"({"event":"registry","entries":[)"
+                            R"({"category":"Prm","key":"","address":"H","widget":"c"},)"
+                            R"({"category":"Prm","key":"dev1","address":"G","widget":"a"},)"
+                            R"({"category":"Prm","key":"dev2","address":"G","widget":"b"},)"
+                            R"({"category":"Meter","key":"dev1","address":"Meter:L","widget":"c"}]})"));
+}
+
+void tst_PanelHost::readsFillTheValue()
+{
+    Value value;
+    QMap<QString, QString> attributes;
+    QVERIFY(host->readParameter(ParameterAddress(at("dev2", "G")), value, attributes));
+    QCOMPARE(value.text("ui_prm_str"), QStringLiteral("0"));
+    QCOMPARE(value.text("ui_prm_val"), QStringLiteral("0"));
+    QCOMPARE(attributes.value("prmType"), QStringLiteral("linear"));
+    Value unknown;
+    unknown.setPayload(5);
+    QVERIFY(!host->readParameter(ParameterAddress(at("dev3", "G")), unknown, attributes));
+    QVERIFY(!unknown.payload().isValid());
+    QVERIFY(unknown.isEmpty());
+}
+
+void tst_PanelHost::loadRefusesOtherRoots()
+{
+    PanelHost other(db);
+    QString error;
+    QVERIFY(!other.load("<Page/>", "p.xml", &error));
+    QCOMPARE(error, QStringLiteral("p.xml:1: error: the root element must be <Panel>, not <Page>"));
+    QVERIFY(!other.load("<Panel>", "p.xml", &error));
+    QVERIFY(error.startsWith("p.xml:1: error: "));
+}
+
+QTEST_MAIN(tst_PanelHost)
+#include "tst_panelhost.moc"
