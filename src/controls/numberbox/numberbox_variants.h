@@ -2,20 +2,49 @@
 #define CORVANE_CONTROLS_NUMBERBOX_NUMBERBOX_VARIANTS_H
 
 #include "core/AddressingMixins.h"
+#include "controls/numberbox/DelaySubTimeNumberBox.h"
 #include "controls/numberbox/NumberBox.h"
 
+namespace NumberText {
+//! \a text with its leading number written with \a format ("%.1f"); unchanged when it starts with none.
+QString formatLeadingNumber(const QString &text, const char *format);
+//! The leading number of \a text as written; empty when it starts with none.
+QString leadingNumberText(const QString &text);
+//! The leading number of \a text; \a ok tells whether there was one.
+double leadingNumber(const QString &text, bool *ok);
+}
+
+/*!
+    A filter band width. The second address is the unit ("B/W[Oct]" for
+    octaves, anything else for Q): in octaves the editor opens with the bare
+    figure. "range" and "HideValue" hide the box while the unit address
+    holds one of the values.
+*/
 class BandWidthNumberBox : public NumberBox
 {
     Q_OBJECT
-public:
-    using NumberBox::NumberBox;
-};
+    Q_PROPERTY(QString unitText READ unitText)
+    Q_PROPERTY(bool octaves READ isOctaves)
+    Q_PROPERTY(QStringList hideValues READ hideValues)
+    CORVANE_TAG_TABLE
 
-class DelaySubTimeNumberBox : public NumberBox
-{
-    Q_OBJECT
 public:
     using NumberBox::NumberBox;
+
+    QString unitText() const;
+    bool isOctaves() const { return unitText() == QLatin1String("B/W[Oct]"); }
+    QStringList hideValues() const { return m_gate.values(); }
+
+    bool readRange(const QDomElement &e) { return m_gate.readRange(e) && applyHide(); }
+    bool readHideValue(const QDomElement &e) { return m_gate.readValues(e) && applyHide(); }
+
+protected:
+    QString editorStartText() const override;
+    void addressValueChanged(int index) override;
+    int unitIndex() const;
+    bool applyHide();
+
+    Addressing::ValueGate m_gate;
 };
 
 class ChannelSelectBandWidthNumberBox : public ChannelSelect<BandWidthNumberBox>
@@ -39,25 +68,65 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+//! Shows the zone's band width with one decimal.
 class TuningZoneBandWidthNumberBox : public TuningZone<BandWidthNumberBox>
 {
     Q_OBJECT
 public:
     using TuningZone::TuningZone;
+    QString shownText() const override;
 };
 
+//! The delay of a tuning zone's master, shown with two decimals and the unit word.
 class TuningZoneMasterDelaySubTimeNumberBox : public TuningZone<DelaySubTimeNumberBox>
 {
     Q_OBJECT
 public:
     using TuningZone::TuningZone;
+    QString shownText() const override;
 };
 
+/*!
+    The master of a tuning zone. Where the database gives no display text
+    (a zone-level value), the box writes the value itself from "MinValue",
+    "MaxValue", "Scale" ("log" or linear), "Step" (its decimals) and "Unit".
+*/
 class TuningZoneMasterNumberBox : public TuningZone<NumberBox>
 {
     Q_OBJECT
+    Q_PROPERTY(QString masterType READ masterType)
+    Q_PROPERTY(double minValue READ minValue)
+    Q_PROPERTY(double maxValue READ maxValue)
+    Q_PROPERTY(QString scale READ scale)
+    Q_PROPERTY(double step READ step)
+    Q_PROPERTY(QString unit READ unit)
+    CORVANE_TAG_TABLE
+
 public:
     using TuningZone::TuningZone;
+
+    QString masterType() const { return m_masterType; }
+    double minValue() const { return m_min; }
+    double maxValue() const { return m_max; }
+    QString scale() const { return m_scale; }
+    double step() const { return m_step; }
+    QString unit() const { return m_unit; }
+    QString shownText() const override;
+
+    bool readMasterType(const QDomElement &e);
+    bool readMaxValue(const QDomElement &e);
+    bool readMinValue(const QDomElement &e);
+    bool readScale(const QDomElement &e);
+    bool readStep(const QDomElement &e);
+    bool readUnit(const QDomElement &e);
+
+private:
+    QString m_masterType;
+    double m_min = 0;
+    double m_max = 0;
+    QString m_scale;
+    double m_step = 0;
+    QString m_unit;
 };
 
 class TuningZoneNumberBox : public TuningZone<NumberBox>
@@ -88,11 +157,22 @@ public:
     using Speaker::Speaker;
 };
 
+//! "ReadOnly" "true" makes the box a display only.
 class GcNumberBox : public NumberBox
 {
     Q_OBJECT
+    Q_PROPERTY(bool readOnly READ isReadOnly WRITE setReadOnly)
+    CORVANE_TAG_TABLE
+
 public:
     using NumberBox::NumberBox;
+    bool isReadOnly() const { return m_readOnly; }
+    void setReadOnly(bool on);
+    bool isEditable() const override { return !m_readOnly; }
+    bool readReadOnly(const QDomElement &e);
+
+private:
+    bool m_readOnly = false;
 };
 
 class MatrixMixerNumberBox : public MatrixCell<NumberBox>
@@ -165,25 +245,95 @@ public:
     using MatrixMixerNumberBox::MatrixMixerNumberBox;
 };
 
+/*!
+    A distance of a microphone beam. The parameter holds the distance in
+    "Unit" ("Meter" or "Feet"); the box shows it with one decimal and the
+    unit's sign, and Up, Down and typed values go to the database as texts
+    with one decimal, kept inside the edges "Left" to "Right" when they are
+    given. "Bottom" and "FlrToTalk" (floor to talker) are the remaining
+    edges of the beam's area, kept for the host.
+*/
 class BeamNumberBox : public NumberBox
 {
     Q_OBJECT
+    Q_PROPERTY(QString unit READ unit)
+    Q_PROPERTY(QString mode READ mode)
+    Q_PROPERTY(double left READ leftEdge)
+    Q_PROPERTY(double right READ rightEdge)
+    Q_PROPERTY(double bottom READ bottomEdge)
+    Q_PROPERTY(double floorToTalker READ floorToTalker)
+    Q_PROPERTY(double value READ value)
+    CORVANE_TAG_TABLE
+
 public:
     using NumberBox::NumberBox;
+
+    QString unit() const { return m_unit; }
+    QString mode() const { return m_mode; }
+    double leftEdge() const { return m_left; }
+    double rightEdge() const { return m_right; }
+    double bottomEdge() const { return m_bottom; }
+    double floorToTalker() const { return m_floorToTalker; }
+    //! The distance in the unit shown.
+    double value() const;
+    QString shownText() const override;
+
+    bool readUnit(const QDomElement &e);
+    bool readMode(const QDomElement &e);
+    bool readLeft(const QDomElement &e);
+    bool readRight(const QDomElement &e);
+    bool readBottom(const QDomElement &e);
+    bool readFlrToTalk(const QDomElement &e);
+
+protected:
+    QString editorStartText() const override;
+    void commitText(const QString &text) override;
+    void stepValue(int step) override;
+    //! The parameter's distance turned into the unit shown, and back.
+    virtual double toShown(double stored) const { return stored; }
+    virtual double toStored(double shown) const { return shown; }
+    void sendValue(double shown);
+    bool isFeet() const { return m_unit.compare(QLatin1String("Feet"), Qt::CaseInsensitive) == 0; }
+    virtual bool showsFeet() const { return isFeet(); }
+
+    QString m_unit = QStringLiteral("Meter");
+    QString m_mode;
+    double m_left = qQNaN();
+    double m_right = qQNaN();
+    double m_bottom = qQNaN();
+    double m_floorToTalker = qQNaN();
 };
 
+/*!
+    A beam distance whose parameter is always in metres and whose "Unit"
+    chooses what is shown and typed; "Mode" "Meter" or "Feet" overrides
+    "Unit" (the host's unit preference).
+*/
 class BeamConvertNumberBox : public BeamNumberBox
 {
     Q_OBJECT
 public:
     using BeamNumberBox::BeamNumberBox;
+    static constexpr double metresPerFoot = 0.3048;
+
+protected:
+    double toShown(double stored) const override;
+    double toStored(double shown) const override;
+    bool showsFeet() const override;
 };
 
+/*!
+    A direction: dragging past either end of the scale goes round to the
+    other, as an angle does.
+*/
 class DirectionNumberBox : public NumberBox
 {
     Q_OBJECT
 public:
     using NumberBox::NumberBox;
+
+protected:
+    int boundDragPosition(int position) const override;
 };
 
 class VelaMatrixPan : public MatrixCell<NumberBox>
@@ -200,11 +350,19 @@ public:
     using MatrixCell::MatrixCell;
 };
 
+/*!
+    Shows a meter's value, read-only; "offline" while the meter delivers
+    nothing.
+*/
 class MeterValueNumberBox : public NumberBox
 {
     Q_OBJECT
+    Q_PROPERTY(bool offline READ isOffline)
 public:
     using NumberBox::NumberBox;
+    bool isOffline() const;
+    bool isEditable() const override { return false; }
+    QString shownText() const override;
 };
 
 class RejectFocusNumberBox : public RejectFocus<NumberBox>
@@ -212,13 +370,6 @@ class RejectFocusNumberBox : public RejectFocus<NumberBox>
     Q_OBJECT
 public:
     using RejectFocus::RejectFocus;
-};
-
-class FixedScaleDelaySubTimeNumberBox : public DelaySubTimeNumberBox
-{
-    Q_OBJECT
-public:
-    using DelaySubTimeNumberBox::DelaySubTimeNumberBox;
 };
 
 #endif

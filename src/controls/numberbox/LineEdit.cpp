@@ -1,0 +1,122 @@
+#include "LineEdit.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#if defined(Q_OS_WIN)
+#include <qt_windows.h>
+#include <imm.h>
+#endif
+
+LineEdit::LineEdit(EditorOwner *owner, QWidget *parent)
+    : QLineEdit(parent)
+    , m_owner(owner)
+{
+    setFrame(false);
+    setAlignment(Qt::AlignCenter);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    // For the pointer's shape outside the editor while it holds the grab.
+    setMouseTracking(true);
+    hide();
+}
+
+LineEdit::~LineEdit()
+{
+    setOutsideCursor(false);
+}
+
+void LineEdit::applyZoom(float zoom)
+{
+    // The editor's own font, not the panel's: the panel's is already scaled.
+    QFont f = QApplication::font(this);
+    const int dpi = logicalDpiX();
+    f.setPointSizeF(zoom * f.pointSizeF() * 96.0 / (dpi > 0 ? dpi : 96));
+    setFont(f);
+}
+
+void LineEdit::switchInputMethodOff()
+{
+#if defined(Q_OS_WIN)
+    // A context of its own, closed; Windows keeps it for the thread.
+    HIMC context = ImmCreateContext();
+    ImmSetOpenStatus(context, FALSE);
+#endif
+    setAttribute(Qt::WA_InputMethodEnabled, false);
+    m_inputMethodOff = true;
+}
+
+void LineEdit::switchInputMethodOn()
+{
+    setAttribute(Qt::WA_InputMethodEnabled, true);
+    m_inputMethodOff = false;
+}
+
+void LineEdit::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Escape:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        m_owner->editorKeyPressed(event);
+        return;
+    default:
+        QLineEdit::keyPressEvent(event);
+    }
+}
+
+void LineEdit::focusOutEvent(QFocusEvent *event)
+{
+    QLineEdit::focusOutEvent(event);
+    // The context menu is off, so a popup taking the focus is someone else's.
+    if (isVisible() && event->reason() != Qt::PopupFocusReason)
+        m_owner->endEditing(true);
+}
+
+void LineEdit::mousePressEvent(QMouseEvent *event)
+{
+    // With the mouse grabbed, presses anywhere on the screen arrive here.
+    if (!rect().contains(event->pos())) {
+        m_owner->endEditing(true);
+        return;
+    }
+    QLineEdit::mousePressEvent(event);
+}
+
+void LineEdit::mouseMoveEvent(QMouseEvent *event)
+{
+    if (QWidget::mouseGrabber() == this)
+        setOutsideCursor(!rect().contains(event->pos()));
+    QLineEdit::mouseMoveEvent(event);
+}
+
+void LineEdit::showEvent(QShowEvent *event)
+{
+    QLineEdit::showEvent(event);
+    setFocus(Qt::OtherFocusReason);
+    selectAll();
+    grabMouse();
+}
+
+void LineEdit::hideEvent(QHideEvent *event)
+{
+    releaseMouse();
+    setOutsideCursor(false);
+    QLineEdit::hideEvent(event);
+}
+
+void LineEdit::setOutsideCursor(bool outside)
+{
+    // The grab shows the editor's I-beam over the whole screen; outside the
+    // editor the pointer should look like what it is.
+    if (outside == m_overrideCursor)
+        return;
+    if (outside)
+        QApplication::setOverrideCursor(Qt::ArrowCursor);
+    else
+        QApplication::restoreOverrideCursor();
+    m_overrideCursor = outside;
+}

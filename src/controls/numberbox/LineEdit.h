@@ -1,0 +1,66 @@
+#ifndef CORVANE_CONTROLS_NUMBERBOX_LINEEDIT_H
+#define CORVANE_CONTROLS_NUMBERBOX_LINEEDIT_H
+
+#include <QLineEdit>
+
+/*!
+    \class EditorOwner
+    \brief A control that opens a LineEdit over itself.
+
+    The editor hands back what a line editor has no use for: the end of the
+    edit (commit or discard) and the keys Return, Enter, Escape, Up and Down.
+*/
+class EditorOwner
+{
+public:
+    virtual ~EditorOwner() = default;
+    virtual void endEditing(bool commit) = 0;
+    virtual void editorKeyPressed(QKeyEvent *event) = 0;
+};
+
+/*!
+    \class LineEdit
+    \brief The in-place editor of number boxes and text boxes.
+
+    While shown it has the keyboard focus, its text selected and the mouse
+    grabbed, so that a click anywhere ends the edit: inside the editor the
+    click places the cursor as usual, outside it commits. Losing the focus
+    commits as well. Its owner decides what committing means.
+*/
+class LineEdit : public QLineEdit
+{
+    Q_OBJECT
+    Q_PROPERTY(bool inputMethodSwitchedOff READ inputMethodSwitchedOff)
+
+public:
+    LineEdit(EditorOwner *owner, QWidget *parent);
+    ~LineEdit() override;
+
+    EditorOwner *owner() const { return m_owner; }
+
+    //! Scales the editor's own font for \a zoom, as the panel's texts are scaled.
+    void applyZoom(float zoom);
+
+    //! Closes the input method for numeric input; on Windows with a fresh input context, as the design application does.
+    void switchInputMethodOff();
+    //! Lets the input method work again (letters, names).
+    void switchInputMethodOn();
+    bool inputMethodSwitchedOff() const { return m_inputMethodOff; }
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    void setOutsideCursor(bool outside);
+
+    EditorOwner *m_owner;
+    bool m_inputMethodOff = false;
+    bool m_overrideCursor = false;
+};
+
+#endif

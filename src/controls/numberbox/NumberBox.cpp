@@ -1,0 +1,313 @@
+#include "NumberBox.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWheelEvent>
+
+const QColor NumberBox::enabledTextColor(204, 204, 204, 255);
+const QColor NumberBox::disabledTextColor(153, 153, 153, 255);
+
+NumberBox::NumberBox(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
+    : BaseWidget(hostCore, registry, parent)
+{
+    // Up and Down need the focus; a click gives it.
+    setFocusPolicy(Qt::StrongFocus);
+    qRegisterMetaType<Qt::Alignment>("Qt::Alignment");
+}
+
+NumberBox::~NumberBox()
+{
+    // An open editor loses the focus as it goes; that is no commit.
+    m_ending = true;
+    delete m_editor;
+}
+
+const TagTable &NumberBox::tags()
+{
+    static const TagTable table = TagTable::of<NumberBox>(&BaseWidget::tags(), {
+        {"BackgroundColor", &NumberBox::readBackgroundColor},
+        {"TextAlignment", &NumberBox::readTextAlignment},
+        {"EnableHorizontalDrag", &NumberBox::readEnableHorizontalDrag},
+    });
+    return table;
+}
+
+bool NumberBox::isEditing() const
+{
+    return m_editor && m_editor->isVisible();
+}
+
+void NumberBox::setBackgroundColor(const QColor &color)
+{
+    m_backgroundColor = color;
+    update();
+}
+
+void NumberBox::setTextAlignment(Qt::Alignment alignment)
+{
+    m_alignment = alignment;
+    if (m_editor)
+        m_editor->setAlignment(alignment);
+    update();
+}
+
+bool NumberBox::setZoom(float zoom)
+{
+    if (!BaseWidget::setZoom(zoom))
+        return false;
+    if (m_editor)
+        m_editor->applyZoom(zoom);
+    return true;
+}
+
+QString NumberBox::editorText() const
+{
+    return m_editor ? m_editor->text() : QString();
+}
+
+Qt::Alignment NumberBox::alignmentFromText(const QString &text)
+{
+    Qt::Alignment alignment = Qt::AlignCenter;
+    if (text.contains(QLatin1String("Left")))
+        alignment = Qt::AlignLeft;
+    else if (text.contains(QLatin1String("Right")))
+        alignment = Qt::AlignRight;
+    if (text.contains(QLatin1String("VCenter")))
+        alignment |= Qt::AlignVCenter;
+    return alignment;
+}
+
+bool NumberBox::readBackgroundColor(const QDomElement &e)
+{
+    const QColor color = parseColor(e.text());
+    if (!color.isValid())
+        return false;
+    setBackgroundColor(color);
+    return true;
+}
+
+bool NumberBox::readTextAlignment(const QDomElement &e)
+{
+    setTextAlignment(alignmentFromText(e.text()));
+    return true;
+}
+
+bool NumberBox::readEnableHorizontalDrag(const QDomElement &e)
+{
+    m_horizontalDrag = isTrue(e);
+    return true;
+}
+
+// ---------------------------------------------------------------------------
+// Typing
+
+void NumberBox::createEditor()
+{
+    m_editor = new LineEdit(this, this);
+    m_editor->resize(size());
+    m_editor->applyZoom(zoomFactor());
+}
+
+QString NumberBox::editorStartText() const
+{
+    return displayText(valueIndex());
+}
+
+void NumberBox::startEditing()
+{
+    if (!isEditable())
+        return;
+    if (!m_editor)
+        createEditor();
+    m_editor->setAlignment(m_alignment);
+    if (m_editor->isVisible())
+        return;
+    m_editor->setText(editorStartText());
+    m_editor->show();
+    if (numericInput())
+        m_editor->switchInputMethodOff();
+    else
+        m_editor->switchInputMethodOn();
+    emit editingStarted();
+}
+
+void NumberBox::endEditing(bool commit)
+{
+    if (!m_editor || !m_editor->isVisible() || m_ending)
+        return;
+    // Taking the focus back makes the editor lose it, which must not commit a second time.
+    m_ending = true;
+    setFocus(Qt::OtherFocusReason);
+    if (commit)
+        commitText(m_editor->text());
+    m_editor->hide();
+    m_ending = false;
+    update();
+    emit editingFinished(commit);
+}
+
+void NumberBox::commitText(const QString &text)
+{
+    requestText(text, valueIndex());
+}
+
+void NumberBox::stepValue(int step)
+{
+    requestStep(step, valueIndex());
+}
+
+void NumberBox::editorKeyPressed(QKeyEvent *event)
+{
+    keyPressEvent(event);
+}
+
+void NumberBox::keyPressEvent(QKeyEvent *event)
+{
+    if (!isVisible()) {
+        event->ignore();
+        return;
+    }
+    const bool editing = isEditing();
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (editing)
+            endEditing(true);
+        else if (isEditable())
+            startEditing();
+        else
+            break;
+        return;
+    case Qt::Key_Escape:
+        if (!editing)
+            break;
+        endEditing(false);
+        return;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        if (editing)
+            endEditing(false);
+        else if (isEditable())
+            stepValue(event->key() == Qt::Key_Up ? 1 : -1);
+        else
+            break;
+        return;
+    default:
+        break;
+    }
+    BaseWidget::keyPressEvent(event);
+}
+
+// ---------------------------------------------------------------------------
+// Dragging
+
+int NumberBox::dragCoordinate(const QPoint &pos) const
+{
+    return m_horizontalDrag ? (pos.y() - pos.x()) / 2 : pos.y();
+}
+
+void NumberBox::dragTo(int coordinate, bool held)
+{
+    if (coordinate == m_dragStartCoordinate)
+        return;
+    sendDragPosition(boundDragPosition(m_dragStartPosition + (m_dragStartCoordinate - coordinate)), held);
+}
+
+void NumberBox::sendDragPosition(int position, bool held)
+{
+    requestPosition(position, dragRange, held ? 1 : 0, valueIndex());
+}
+
+void NumberBox::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) {
+        QWidget::mousePressEvent(event);
+        return;
+    }
+    const Qt::KeyboardModifiers mods = event->modifiers();
+    if ((mods & Qt::ControlModifier) && (mods & Qt::ShiftModifier)) {
+        linkClick(event);
+        return;
+    }
+    if (mods & Qt::ControlModifier) {
+        controlClick(event);
+        return;
+    }
+    pressNotified(event);
+    if (!isEditable())
+        return;
+    m_dragging = true;
+    m_dragStartCoordinate = qint16(dragCoordinate(event->pos()));
+    m_dragStartPosition = qint16(int(dragRange * position(valueIndex()) + 0.5));
+}
+
+void NumberBox::mouseMoveEvent(QMouseEvent *event)
+{
+    if (event->modifiers() != Qt::NoModifier) {
+        maybeStartParameterDrag(event);
+        m_dragging = false;
+        return;
+    }
+    if (m_dragging)
+        dragTo(dragCoordinate(event->pos()), true);
+}
+
+void NumberBox::mouseReleaseEvent(QMouseEvent *event)
+{
+    if ((event->modifiers() & Qt::ControlModifier) && event->button() == Qt::LeftButton) {
+        controlClick(event);
+        m_dragging = false;
+        return;
+    }
+    if (m_dragging) {
+        dragTo(dragCoordinate(event->pos()), false);
+        m_dragging = false;
+    }
+}
+
+void NumberBox::wheelEvent(QWheelEvent *event)
+{
+    event->accept();
+    // Turning the wheel over an open editor must not throw the typed text away.
+    if (!isEditable() || isEditing())
+        return;
+    // High-resolution wheels deliver a notch in parts.
+    m_wheelRemainder += event->angleDelta().y();
+    while (m_wheelRemainder >= QWheelEvent::DefaultDeltasPerStep) {
+        m_wheelRemainder -= QWheelEvent::DefaultDeltasPerStep;
+        stepValue(1);
+    }
+    while (m_wheelRemainder <= -QWheelEvent::DefaultDeltasPerStep) {
+        m_wheelRemainder += QWheelEvent::DefaultDeltasPerStep;
+        stepValue(-1);
+    }
+}
+
+// ---------------------------------------------------------------------------
+// Painting
+
+QString NumberBox::shownText() const
+{
+    const int index = valueIndex();
+    const QString text = displayText(index);
+    return text.isEmpty() ? positionText(index) : text;
+}
+
+void NumberBox::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), m_backgroundColor);
+    if (addressCount() > valueIndex() && addressAt(valueIndex()).isValid()) {
+        painter.setPen(textColor());
+        painter.drawText(QRect(0, 1, width(), height() - 1), int(m_alignment), shownText());
+    }
+    paintBase(painter);
+}
+
+void NumberBox::resizeEvent(QResizeEvent *event)
+{
+    BaseWidget::resizeEvent(event);
+    if (m_editor)
+        m_editor->resize(size());
+}
