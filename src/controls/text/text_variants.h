@@ -2,6 +2,7 @@
 #define CORVANE_CONTROLS_TEXT_TEXT_VARIANTS_H
 
 #include "core/AddressingMixins.h"
+#include "controls/text/HexTextBox.h"
 #include "controls/text/ValueTexts.h"
 
 class OnlineText : public ParameterText
@@ -32,11 +33,34 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+/*!
+    A panel title. With "WithButton" "true" a small button at its right end
+    is drawn, and a click on it reports buttonClicked() (the host opens or
+    folds the section the title heads).
+*/
 class TitleText : public Text
 {
     Q_OBJECT
+    Q_PROPERTY(bool withButton READ withButton)
+    CORVANE_TAG_TABLE
+
 public:
     using Text::Text;
+    bool withButton() const { return m_withButton; }
+    //! Where the button is drawn; empty without one.
+    QRect buttonRect() const;
+    bool readWithButton(const QDomElement &e);
+
+signals:
+    void buttonClicked();
+
+protected:
+    QRect textRect() const override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool m_withButton = false;
 };
 
 class ChannelSelectThresholdVText : public ChannelSelect<ParameterText>
@@ -130,25 +154,29 @@ public:
     using ParameterText::ParameterText;
 };
 
+//! An editable IPv4 address: four fields 0 to 255 without leading zeros.
 class IPAddressTextBox : public ParameterText
 {
     Q_OBJECT
 public:
-    using ParameterText::ParameterText;
+    IPAddressTextBox(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
+    static const char *const pattern;
+
+protected:
+    void prepareEditor(LineEdit *editor) override;
+    bool numericInput() const override { return true; }
 };
 
-class HexTextBox : public ParameterText
-{
-    Q_OBJECT
-public:
-    using ParameterText::ParameterText;
-};
-
+//! An editable name in printable ASCII.
 class AsciiTextBox : public ParameterText
 {
     Q_OBJECT
 public:
-    using ParameterText::ParameterText;
+    AsciiTextBox(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
+
+protected:
+    void prepareEditor(LineEdit *editor) override;
+    bool numericInput() const override { return true; }
 };
 
 class MatrixMixerParameterText : public MatrixCell<ParameterText>
@@ -165,11 +193,36 @@ public:
     using MatrixMixerParameterText::MatrixMixerParameterText;
 };
 
+/*!
+    An editable text checked as it is typed. "InputType" chooses the check:
+    "Number:4" (type 1, one to four digits), "Number:32" (type 2, one to 32
+    digits), "Alphabet+Number" (type 3), "IP+Alphabet+Number" (type 4,
+    letters, digits and points); anything else (type 0) takes any text.
+    The input method is closed for the number types.
+*/
 class ValidateTextBox : public ParameterText
 {
     Q_OBJECT
+    Q_PROPERTY(int inputType READ inputType)
+    Q_PROPERTY(QString validatorPattern READ validatorPattern)
+    CORVANE_TAG_TABLE
+
 public:
-    using ParameterText::ParameterText;
+    ValidateTextBox(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
+
+    int inputType() const { return m_type; }
+    //! The pattern of the current type; empty for type 0.
+    QString validatorPattern() const;
+    static int typeOf(const QString &inputType);
+    bool readInputType(const QDomElement &e);
+
+protected:
+    void prepareEditor(LineEdit *editor) override;
+    bool numericInput() const override { return m_type == 1 || m_type == 2; }
+
+private:
+    void applyValidator();
+    int m_type = 0;
 };
 
 class RejectFocusParameterText : public RejectFocus<ParameterText>
