@@ -215,14 +215,24 @@ void HexTextBox::commit()
     requestText(sent, 0);
 }
 
+void HexTextBox::setMaxLength(int bytes)
+{
+    m_maxLength = qMax(0, bytes);
+    showParameter();
+}
+
+void HexTextBox::showParameter()
+{
+    QByteArray bytes = fromHex(displayText(0));
+    if (m_maxLength > 0)
+        bytes.truncate(m_maxLength);
+    m_edit->setPlainText(toHex(bytes));
+}
+
 void HexTextBox::addressValueChanged(int index)
 {
-    if (index == 0) {
-        QByteArray bytes = fromHex(displayText(0));
-        if (m_maxLength > 0)
-            bytes.truncate(m_maxLength);
-        m_edit->setPlainText(toHex(bytes));
-    }
+    if (index == 0)
+        showParameter();
     ParameterText::addressValueChanged(index);
 }
 

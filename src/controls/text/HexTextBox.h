@@ -62,7 +62,7 @@ public:
     const TagTable &tagTable() const override { return tags(); }
 
     int maxLength() const { return m_maxLength; }
-    void setMaxLength(int bytes) { m_maxLength = qMax(0, bytes); }
+    void setMaxLength(int bytes);
     HexEdit *edit() const { return m_edit; }
     QString hexText() const;
     QByteArray bytes() const { return m_bytes; }
@@ -84,6 +84,8 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void showParameter();
+
     HexEdit *m_edit;
     QByteArray m_bytes;
     int m_maxLength = 0;
