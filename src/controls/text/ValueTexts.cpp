@@ -8,7 +8,7 @@
 AbstractValueText::AbstractValueText(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
     : BaseWidget(hostCore, registry, parent)
 {
-    qRegisterMetaType<Qt::Alignment>("Qt::Alignment");
+    NumberBox::registerAlignmentType();
 }
 
 const TagTable &AbstractValueText::tags()
@@ -287,7 +287,7 @@ void ParameterText::resizeEvent(QResizeEvent *event)
 Text::Text(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
     : BaseWidget(hostCore, registry, parent)
 {
-    qRegisterMetaType<Qt::Alignment>("Qt::Alignment");
+    NumberBox::registerAlignmentType();
 }
 
 const TagTable &Text::tags()
