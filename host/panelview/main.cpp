@@ -148,7 +148,9 @@ int main(int argc, char *argv[])
 
     PanelHost host(database);
     if (!host.load(xml, options.panel, &error)) {
-        err() << error << '\n';
+        // The findings above already name what makes the file unusable.
+        if (!PanelChecker::hasError(findings))
+            err() << error << '\n';
         return 1;
     }
     host.setZoom(float(options.zoom));
