@@ -54,78 +54,68 @@ private:
 
 } // namespace Addressing
 
-// Helper for classes that add tags: declares the class's table and its lookup.
-#define CORVANE_TAG_TABLE \
-public: \
-    static const TagTable &tags(); \
-    const TagTable &tagTable() const override { return tags(); } \
-private:
-
 /*!
-    The address follows the selected channel: "ChNum" names the channel
-    selector (an address, with optional "range" and "offset"), or a fixed
-    number. Addresses use the placeholder "{ChNum}".
+    The address follows a number chosen by a selector parameter: the tag
+    named by \a Selector names the selector (an address, with optional
+    "range" and "offset") or holds a fixed number, and addresses use the
+    placeholder \a Selector::placeholder.
 */
-template <class Base>
-class ChannelSelect : public Base
+template <class Base, class Selector>
+class NumberSelected : public Base
 {
 public:
     using Base::Base;
 
     static const TagTable &tags()
     {
-        static const TagTable table = TagTable::of<ChannelSelect>(&Base::tags(), {
-            {"ChNum", &ChannelSelect::readChNum},
+        static const TagTable table = TagTable::of<NumberSelected>(&Base::tags(), {
+            {Selector::tag, &NumberSelected::readSelectorTag},
         });
         return table;
     }
     const TagTable &tagTable() const override { return tags(); }
 
-    bool readChNum(const QDomElement &e)
+    bool readSelectorTag(const QDomElement &e)
     {
-        return Addressing::readSelector(*this, e, QStringLiteral("ChNum"));
+        return Addressing::readSelector(*this, e, QLatin1String(Selector::placeholder));
     }
 
 protected:
     void typedAddressChanged(const QString &type, int index) override
     {
-        if (type == QLatin1String("ChNum"))
+        if (type == QLatin1String(Selector::placeholder))
             this->setPlaceholder(type, Addressing::selectorNumber(*this, index));
         Base::typedAddressChanged(type, index);
     }
 };
 
-/*!
-    The address follows the selected band of a shared band set: "BandNum"
-    names the band selector (or a fixed band). Addresses use "{Band}".
-*/
+namespace Addressing {
+struct ChannelSelector
+{
+    static constexpr const char *tag = "ChNum";
+    static constexpr const char *placeholder = "ChNum";
+};
+struct BandSelector
+{
+    static constexpr const char *tag = "BandNum";
+    static constexpr const char *placeholder = "Band";
+};
+} // namespace Addressing
+
+//! The address follows the selected channel ("ChNum", placeholder "{ChNum}").
 template <class Base>
-class BandSharing : public Base
+class ChannelSelect : public NumberSelected<Base, Addressing::ChannelSelector>
 {
 public:
-    using Base::Base;
+    using NumberSelected<Base, Addressing::ChannelSelector>::NumberSelected;
+};
 
-    static const TagTable &tags()
-    {
-        static const TagTable table = TagTable::of<BandSharing>(&Base::tags(), {
-            {"BandNum", &BandSharing::readBandNum},
-        });
-        return table;
-    }
-    const TagTable &tagTable() const override { return tags(); }
-
-    bool readBandNum(const QDomElement &e)
-    {
-        return Addressing::readSelector(*this, e, QStringLiteral("Band"));
-    }
-
-protected:
-    void typedAddressChanged(const QString &type, int index) override
-    {
-        if (type == QLatin1String("Band"))
-            this->setPlaceholder(type, Addressing::selectorNumber(*this, index));
-        Base::typedAddressChanged(type, index);
-    }
+//! The address follows the selected band of a shared band set ("BandNum", placeholder "{Band}").
+template <class Base>
+class BandSharing : public NumberSelected<Base, Addressing::BandSelector>
+{
+public:
+    using NumberSelected<Base, Addressing::BandSelector>::NumberSelected;
 };
 
 /*!

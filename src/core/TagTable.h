@@ -70,4 +70,12 @@ private:
     QMap<QString, Handler> m_handlers;
 };
 
+// In a class that reads tags of its own: declares its table and the lookup
+// that returns it. Define tags() with TagTable::of<Class>(&Base::tags(), {...}).
+#define CORVANE_TAG_TABLE \
+public: \
+    static const TagTable &tags(); \
+    const TagTable &tagTable() const override { return tags(); } \
+private:
+
 #endif

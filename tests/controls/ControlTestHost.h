@@ -84,7 +84,8 @@ public:
         registry.commitAll();
         window->show();
         QApplication::setActiveWindow(window.get());
-        QTest::qWaitForWindowActive(window.get());
+        if (!QTest::qWaitForWindowActive(window.get()))
+            qWarning("test window did not become active");
         return w;
     }
 

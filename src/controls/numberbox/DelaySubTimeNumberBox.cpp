@@ -26,6 +26,8 @@ bool DelaySubTimeNumberBox::readSpaceDelete(const QDomElement &e)
 
 void DelaySubTimeNumberBox::setSpaceDelete(bool on)
 {
+    if (m_spaceDelete == on)
+        return;
     m_spaceDelete = on;
     update();
 }

@@ -24,7 +24,36 @@ LineEdit::LineEdit(EditorOwner *owner, QWidget *parent)
 
 LineEdit::~LineEdit()
 {
+    m_closing = true;
     setOutsideCursor(false);
+}
+
+bool LineEdit::open(const QString &text, Qt::Alignment alignment, bool numeric)
+{
+    setAlignment(alignment);
+    if (isVisible())
+        return false;
+    setText(text);
+    show();
+    if (numeric)
+        switchInputMethodOff();
+    else
+        switchInputMethodOn();
+    return true;
+}
+
+bool LineEdit::close(bool commit, const std::function<void(const QString &)> &commitText)
+{
+    if (!isVisible() || m_closing)
+        return false;
+    m_closing = true;
+    if (QWidget *owner = parentWidget())
+        owner->setFocus(Qt::OtherFocusReason);
+    if (commit)
+        commitText(text());
+    hide();
+    m_closing = false;
+    return true;
 }
 
 void LineEdit::applyZoom(float zoom)
@@ -72,7 +101,7 @@ void LineEdit::focusOutEvent(QFocusEvent *event)
 {
     QLineEdit::focusOutEvent(event);
     // The context menu is off, so a popup taking the focus is someone else's.
-    if (isVisible() && event->reason() != Qt::PopupFocusReason)
+    if (isVisible() && !m_closing && event->reason() != Qt::PopupFocusReason)
         m_owner->endEditing(true);
 }
 

@@ -3,6 +3,8 @@
 
 #include <QLineEdit>
 
+#include <functional>
+
 /*!
     \class EditorOwner
     \brief A control that opens a LineEdit over itself.
@@ -38,10 +40,19 @@ public:
 
     EditorOwner *owner() const { return m_owner; }
 
+    //! Shows the editor over its parent filled with \a text; false when it was open already.
+    bool open(const QString &text, Qt::Alignment alignment, bool numeric);
+    /*!
+        Ends an open edit: the keyboard focus goes back to the parent (that
+        focus loss is no second commit), \a commitText gets the text when
+        \a commit is set, and the editor hides. False when nothing was open.
+    */
+    bool close(bool commit, const std::function<void(const QString &)> &commitText);
+
     //! Scales the editor's own font for \a zoom, as the panel's texts are scaled.
     void applyZoom(float zoom);
 
-    //! Closes the input method for numeric input; on Windows with a fresh input context, as the design application does.
+    //! Closes the input method for numeric input; on Windows with a fresh input context.
     void switchInputMethodOff();
     //! Lets the input method work again (letters, names).
     void switchInputMethodOn();
@@ -61,6 +72,7 @@ private:
     EditorOwner *m_owner;
     bool m_inputMethodOff = false;
     bool m_overrideCursor = false;
+    bool m_closing = false;
 };
 
 #endif

@@ -28,7 +28,6 @@ void NumberBox::registerAlignmentType()
 NumberBox::~NumberBox()
 {
     // An open editor loses the focus as it goes; that is no commit.
-    m_ending = true;
     delete m_editor;
 }
 
@@ -49,12 +48,16 @@ bool NumberBox::isEditing() const
 
 void NumberBox::setBackgroundColor(const QColor &color)
 {
+    if (m_backgroundColor == color)
+        return;
     m_backgroundColor = color;
     update();
 }
 
 void NumberBox::setTextAlignment(Qt::Alignment alignment)
 {
+    if (m_alignment == alignment)
+        return;
     m_alignment = alignment;
     if (m_editor)
         m_editor->setAlignment(alignment);
@@ -129,29 +132,14 @@ void NumberBox::startEditing()
         return;
     if (!m_editor)
         createEditor();
-    m_editor->setAlignment(m_alignment);
-    if (m_editor->isVisible())
-        return;
-    m_editor->setText(editorStartText());
-    m_editor->show();
-    if (numericInput())
-        m_editor->switchInputMethodOff();
-    else
-        m_editor->switchInputMethodOn();
-    emit editingStarted();
+    if (m_editor->open(editorStartText(), m_alignment, numericInput()))
+        emit editingStarted();
 }
 
 void NumberBox::endEditing(bool commit)
 {
-    if (!m_editor || !m_editor->isVisible() || m_ending)
+    if (!m_editor || !m_editor->close(commit, [this](const QString &text) { commitText(text); }))
         return;
-    // Taking the focus back makes the editor lose it, which must not commit a second time.
-    m_ending = true;
-    setFocus(Qt::OtherFocusReason);
-    if (commit)
-        commitText(m_editor->text());
-    m_editor->hide();
-    m_ending = false;
     update();
     emit editingFinished(commit);
 }

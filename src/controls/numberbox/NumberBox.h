@@ -131,7 +131,6 @@ private:
     bool m_dragging = false;
     Qt::Alignment m_alignment = Qt::AlignCenter;
     bool m_horizontalDrag = false;
-    bool m_ending = false;
     int m_wheelRemainder = 0;
 };
 

@@ -23,18 +23,24 @@ const TagTable &AbstractValueText::tags()
 
 void AbstractValueText::setTextColor(const QColor &color)
 {
+    if (m_textColor == color)
+        return;
     m_textColor = color;
     update();
 }
 
 void AbstractValueText::setBackgroundColor(const QColor &color)
 {
+    if (m_backgroundColor == color)
+        return;
     m_backgroundColor = color;
     update();
 }
 
 void AbstractValueText::setTextAlignment(Qt::Alignment alignment)
 {
+    if (m_alignment == alignment)
+        return;
     m_alignment = alignment;
     update();
 }
@@ -145,7 +151,6 @@ ParameterText::ParameterText(IHostCore *hostCore, ParameterManagementRegistry *r
 
 ParameterText::~ParameterText()
 {
-    m_ending = true;
     delete m_editor;
 }
 
@@ -209,27 +214,13 @@ void ParameterText::startEditing()
         m_editor->applyZoom(zoomFactor());
         prepareEditor(m_editor);
     }
-    m_editor->setAlignment(textAlignment());
-    if (m_editor->isVisible())
-        return;
-    m_editor->setText(displayText(0));
-    m_editor->show();
-    if (numericInput())
-        m_editor->switchInputMethodOff();
-    else
-        m_editor->switchInputMethodOn();
+    m_editor->open(displayText(0), textAlignment(), numericInput());
 }
 
 void ParameterText::endEditing(bool commit)
 {
-    if (!m_editor || !m_editor->isVisible() || m_ending)
+    if (!m_editor || !m_editor->close(commit, [this](const QString &text) { commitText(text); }))
         return;
-    m_ending = true;
-    setFocus(Qt::OtherFocusReason);
-    if (commit)
-        commitText(m_editor->text());
-    m_editor->hide();
-    m_ending = false;
     update();
     emit editingFinished(commit);
 }
@@ -320,12 +311,16 @@ Qt::Alignment Text::alignmentFromWords(const QString &text)
 
 void Text::setText(const QString &text)
 {
+    if (m_text == text)
+        return;
     m_text = text;
     update();
 }
 
 void Text::setTextColor(const QColor &color)
 {
+    if (m_textColor == color)
+        return;
     m_textColor = color;
     update();
 }

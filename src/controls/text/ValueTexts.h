@@ -146,7 +146,6 @@ private:
     QString m_introText;
     QMap<QString, QString> m_items;
     LineEdit *m_editor = nullptr;
-    bool m_ending = false;
 };
 
 /*!
