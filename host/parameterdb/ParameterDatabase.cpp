@@ -21,7 +21,7 @@ QString text(const QVariantMap &map, QLatin1String key)
 
 // Expands "Repeat" elements: every attribute of the parameters inside may
 // name the loop variable as {var}.
-bool readParameters(const QDomElement &parent, const QMap<QString, QString> &vars, QList<ParameterSpec> *out,
+bool readParameters(const QDomElement &parent, const QMap<QString, QString> &vars, QList<ParameterDefinition> *out,
                     QStringList *errors, const QString &origin)
 {
     bool ok = true;
@@ -55,15 +55,15 @@ bool readParameters(const QDomElement &parent, const QMap<QString, QString> &var
                 value.replace(QLatin1Char('{') + it.key() + QLatin1Char('}'), it.value());
             a.setValue(value);
         }
-        ParameterSpec spec;
+        ParameterDefinition definition;
         QString error;
-        if (!ParameterSpec::fromElement(copy, &spec, &error)) {
+        if (!ParameterDefinition::fromElement(copy, &definition, &error)) {
             if (errors)
                 errors->append(QStringLiteral("%1:%2: %3").arg(origin).arg(e.lineNumber()).arg(error));
             ok = false;
             continue;
         }
-        out->append(spec);
+        out->append(definition);
     }
     return ok;
 }
@@ -123,10 +123,10 @@ bool ParameterDatabase::loadModel(const QByteArray &xml, const QString &origin, 
             errors->append(QStringLiteral("%1:%2: expected <DeviceModel name=\"...\">").arg(origin).arg(root.lineNumber()));
         return false;
     }
-    QList<ParameterSpec> specs;
-    const bool ok = readParameters(root, {}, &specs, errors, origin);
+    QList<ParameterDefinition> definitions;
+    const bool ok = readParameters(root, {}, &definitions, errors, origin);
     Model model;
-    for (const ParameterSpec &s : qAsConst(specs)) {
+    for (const ParameterDefinition &s : qAsConst(definitions)) {
         if (model.byAddress.contains(s.address)) {
             model.order[model.byAddress.value(s.address)] = s;
             continue;
@@ -148,7 +148,7 @@ bool ParameterDatabase::hasModel(const QString &model) const
     return m_models.contains(model);
 }
 
-const ParameterSpec *ParameterDatabase::spec(const QString &model, const QString &prmAddr) const
+const ParameterDefinition *ParameterDatabase::definition(const QString &model, const QString &prmAddr) const
 {
     const auto it = m_models.constFind(model);
     if (it == m_models.cend())
@@ -157,7 +157,7 @@ const ParameterSpec *ParameterDatabase::spec(const QString &model, const QString
     return index < 0 ? nullptr : &it->order.at(index);
 }
 
-QList<ParameterSpec> ParameterDatabase::specs(const QString &model) const
+QList<ParameterDefinition> ParameterDatabase::definitions(const QString &model) const
 {
     return m_models.value(model).order;
 }
@@ -183,19 +183,19 @@ QString ParameterDatabase::stateKey(const QString &device, const QString &zone, 
     return device + QLatin1Char('\n') + zone + QLatin1Char('\n') + prmAddr;
 }
 
-const ParameterSpec *ParameterDatabase::specFor(const QVariantMap &address) const
+const ParameterDefinition *ParameterDatabase::specFor(const QVariantMap &address) const
 {
     const QString dev = text(address, Key::dev_uniq_id);
     if (!m_deviceModels.contains(dev))
         return nullptr;
-    return spec(m_deviceModels.value(dev), text(address, Key::prmAddr));
+    return definition(m_deviceModels.value(dev), text(address, Key::prmAddr));
 }
 
-ParameterDatabase::State ParameterDatabase::initialState(const ParameterSpec &spec) const
+ParameterDatabase::State ParameterDatabase::initialState(const ParameterDefinition &definition) const
 {
     State s;
-    s.value = spec.defaultValue;
-    s.text = spec.defaultText;
+    s.value = definition.defaultValue;
+    s.text = definition.defaultText;
     return s;
 }
 
@@ -217,7 +217,7 @@ bool ParameterDatabase::readParameter(const QVariantMap &address, QVariantMap &a
     if (!m_deviceModels.contains(dev))
         return false;
     const QString key = stateKey(dev, text(address, Key::zone_uniq_id), text(address, Key::prmAddr));
-    const ParameterSpec *s = specFor(address);
+    const ParameterDefinition *s = specFor(address);
     auto it = m_states.constFind(key);
     if (!s && it == m_states.cend())
         return false;
@@ -226,21 +226,21 @@ bool ParameterDatabase::readParameter(const QVariantMap &address, QVariantMap &a
     if (s) {
         const State state = it == m_states.cend() ? initialState(*s) : *it;
         if (s->isNumeric()) {
-            const QString position = ParameterSpec::positionText(s->positionOf(state.value));
+            const QString position = ParameterDefinition::positionText(s->positionOf(state.value));
             out.insert(Key::ui_prm_val, position);
             out.insert(Key::ui_prm_str, s->displayText(state.value));
             out.insert(Key::prmValue, QString::number(state.value, 'g', 10));
             out.insert(Key::prmMin, s->displayText(s->minimum));
             out.insert(Key::prmMax, s->displayText(s->maximum));
-            if (s->type == ParameterSpec::Meter)
+            if (s->type == ParameterDefinition::Meter)
                 out.insert(Key::ui_prm_prak, position);
         } else {
-            out.insert(Key::ui_prm_val, s->type == ParameterSpec::State ? state.text : QStringLiteral("0"));
+            out.insert(Key::ui_prm_val, s->type == ParameterDefinition::State ? state.text : QStringLiteral("0"));
             out.insert(Key::ui_prm_str, state.text);
             out.insert(Key::prmValue, state.text);
         }
         out.insert(Key::prmUnit, s->unit);
-        out.insert(Key::prmType, ParameterSpec::typeName(s->type));
+        out.insert(Key::prmType, ParameterDefinition::typeName(s->type));
         if (it != m_states.cend()) {
             for (auto t = it->stored.cbegin(); t != it->stored.cend(); ++t)
                 out.insert(t.key(), t.value());
@@ -275,44 +275,44 @@ bool ParameterDatabase::queryParameter(const QString &model, const QVariantMap &
     return any;
 }
 
-bool ParameterDatabase::apply(const ParameterSpec &spec, State *state, int kind,
+bool ParameterDatabase::apply(const ParameterDefinition &definition, State *state, int kind,
                               const QMap<QString, QString> &arguments) const
 {
     switch (kind) {
     case 0: {
-        if (!spec.isNumeric())
+        if (!definition.isNumeric())
             return false;
         bool ok = false;
         const double position = arguments.value(Key::ui_prm_val).toDouble(&ok);
         if (!ok || !std::isfinite(position))
             return false;
-        state->value = spec.valueAt(position);
+        state->value = definition.valueAt(position);
         return true;
     }
     case 1: {
         const QString typed = arguments.value(Key::ui_prm_str);
-        if (spec.type == ParameterSpec::Text) {
-            state->text = spec.maxLength > 0 ? typed.left(spec.maxLength) : typed;
+        if (definition.type == ParameterDefinition::Text) {
+            state->text = definition.maxLength > 0 ? typed.left(definition.maxLength) : typed;
             return true;
         }
         double value;
-        if (!spec.parse(typed, &value))
+        if (!definition.parse(typed, &value))
             return false;
         state->value = value;
         return true;
     }
     case 2: {
-        if (!spec.isNumeric())
+        if (!definition.isNumeric())
             return false;
         bool ok = false;
         const int steps = arguments.value(Key::ui_prm_step).toInt(&ok);
         if (!ok)
             return false;
-        state->value = spec.stepped(state->value, steps);
+        state->value = definition.stepped(state->value, steps);
         return true;
     }
     case 3:
-        *state = initialState(spec);
+        *state = initialState(definition);
         return true;
     }
     return false;
@@ -322,7 +322,7 @@ bool ParameterDatabase::request(const QVariantMap &address, int kind, const QMap
 {
     if (!m_apply)
         return false;
-    const ParameterSpec *s = specFor(address);
+    const ParameterDefinition *s = specFor(address);
     if (!s || s->readOnly)
         return false;
     const QString key = stateKey(text(address, Key::dev_uniq_id), text(address, Key::zone_uniq_id),
@@ -344,7 +344,7 @@ bool ParameterDatabase::store(const QVariantMap &address, const QMap<QString, QS
     const QString key = stateKey(dev, text(address, Key::zone_uniq_id), text(address, Key::prmAddr));
     auto it = m_states.find(key);
     if (it == m_states.end()) {
-        const ParameterSpec *s = specFor(address);
+        const ParameterDefinition *s = specFor(address);
         it = m_states.insert(key, s ? initialState(*s) : State());
     }
     for (auto t = texts.cbegin(); t != texts.cend(); ++t)
@@ -364,8 +364,8 @@ bool ParameterDatabase::parameterExists(const QVariantMap &address) const
 
 QString ParameterDatabase::convertDelay(const QVariantMap &address, const QString &unit, const QString &typed) const
 {
-    const ParameterSpec *s = specFor(address);
-    if (!s || s->type != ParameterSpec::Linear || s->unit != QLatin1String("ms"))
+    const ParameterDefinition *s = specFor(address);
+    if (!s || s->type != ParameterDefinition::Linear || s->unit != QLatin1String("ms"))
         return QString();
     bool ok = false;
     const double amount = typed.trimmed().toDouble(&ok);
@@ -393,7 +393,7 @@ QString ParameterDatabase::convertDelay(const QVariantMap &address, const QStrin
     } else {
         return QString();
     }
-    return ParameterSpec::positionText(s->positionOf(s->normalized(ms)));
+    return ParameterDefinition::positionText(s->positionOf(s->normalized(ms)));
 }
 
 void ParameterDatabase::notify(const QVariantMap &address)

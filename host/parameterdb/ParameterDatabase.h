@@ -3,7 +3,7 @@
 
 #include <corvane/IAbstractDB.h>
 
-#include "ParameterSpec.h"
+#include "ParameterDefinition.h"
 
 #include <QHash>
 #include <QMap>
@@ -38,8 +38,8 @@ public:
     bool loadModel(const QByteArray &xml, const QString &origin, QStringList *errors = nullptr);
     QStringList models() const;
     bool hasModel(const QString &model) const;
-    const ParameterSpec *spec(const QString &model, const QString &prmAddr) const;
-    QList<ParameterSpec> specs(const QString &model) const;
+    const ParameterDefinition *definition(const QString &model, const QString &prmAddr) const;
+    QList<ParameterDefinition> definitions(const QString &model) const;
 
     //! Adds a device of \a model; false when the identifier is taken. An unknown model gives a device without parameters.
     bool addDevice(const QString &id, const QString &model);
@@ -71,14 +71,14 @@ private:
     };
     struct Model
     {
-        QList<ParameterSpec> order;
+        QList<ParameterDefinition> order;
         QHash<QString, int> byAddress;
     };
 
     static QString stateKey(const QString &device, const QString &zone, const QString &prmAddr);
-    const ParameterSpec *specFor(const QVariantMap &address) const;
-    State initialState(const ParameterSpec &spec) const;
-    bool apply(const ParameterSpec &spec, State *state, int kind, const QMap<QString, QString> &arguments) const;
+    const ParameterDefinition *specFor(const QVariantMap &address) const;
+    State initialState(const ParameterDefinition &definition) const;
+    bool apply(const ParameterDefinition &definition, State *state, int kind, const QMap<QString, QString> &arguments) const;
     void notify(const QVariantMap &address);
 
     QMap<QString, Model> m_models;

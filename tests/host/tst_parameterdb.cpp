@@ -259,9 +259,9 @@ void tst_ParameterDB::repeatExpandsAddresses()
     QVERIFY(setUp(db, "<Repeat var=\"n\" from=\"1\" to=\"3\"><Repeat var=\"b\" from=\"1\" to=\"2\">"
                       "<Parameter address=\"Ch{n}/Band{b}\" type=\"linear\" min=\"0\" max=\"{n}\"/>"
                       "</Repeat></Repeat>"));
-    QCOMPARE(db.specs("M").size(), 6);
-    QCOMPARE(db.specs("M").first().address, QStringLiteral("Ch1/Band1"));
-    QCOMPARE(db.specs("M").last().address, QStringLiteral("Ch3/Band2"));
+    QCOMPARE(db.definitions("M").size(), 6);
+    QCOMPARE(db.definitions("M").first().address, QStringLiteral("Ch1/Band1"));
+    QCOMPARE(db.definitions("M").last().address, QStringLiteral("Ch3/Band2"));
     QVERIFY(db.request(at("d", "Ch3/Band2"), 0, {{"ui_prm_val", "1"}}));
     QCOMPARE(read(db, "Ch3/Band2", "ui_prm_str"), QStringLiteral("3"));
     QVERIFY(!db.parameterExists(at("d", "Ch4/Band1")));

@@ -1,5 +1,5 @@
-#ifndef CORVANE_HOST_PARAMETERSPEC_H
-#define CORVANE_HOST_PARAMETERSPEC_H
+#ifndef CORVANE_HOST_PARAMETERDEFINITION_H
+#define CORVANE_HOST_PARAMETERDEFINITION_H
 
 #include <QPointF>
 #include <QString>
@@ -9,7 +9,7 @@
 class QDomElement;
 
 /*!
-    \class ParameterSpec
+    \class ParameterDefinition
     \brief One parameter of a device model: its type, range and text form.
 
     Numeric parameters hold a double: the value itself for linear and level
@@ -21,7 +21,7 @@ class QDomElement;
     values: position to value along the curve, typed text to value, steps,
     and the display text.
 */
-class ParameterSpec
+class ParameterDefinition
 {
 public:
     enum Type { Linear, Level, Frequency, Options, OnOff, Text, Meter, State };
@@ -47,7 +47,7 @@ public:
     static bool typeFromName(const QString &name, Type *type);
 
     //! Reads a "Parameter" element of a device model file; false with \a error set when it is malformed.
-    static bool fromElement(const QDomElement &element, ParameterSpec *spec, QString *error);
+    static bool fromElement(const QDomElement &element, ParameterDefinition *definition, QString *error);
 
     bool isNumeric() const { return type != Text && type != State; }
 

@@ -1,4 +1,4 @@
-#include "ParameterSpec.h"
+#include "ParameterDefinition.h"
 
 #include "FrequencySteps.h"
 
@@ -43,12 +43,12 @@ bool isInfinityWord(const QString &text)
 
 } // namespace
 
-QString ParameterSpec::typeName(Type type)
+QString ParameterDefinition::typeName(Type type)
 {
     return QLatin1String(typeNames[type]);
 }
 
-bool ParameterSpec::typeFromName(const QString &name, Type *type)
+bool ParameterDefinition::typeFromName(const QString &name, Type *type)
 {
     for (int i = 0; i <= State; ++i) {
         if (name == QLatin1String(typeNames[i])) {
@@ -59,9 +59,9 @@ bool ParameterSpec::typeFromName(const QString &name, Type *type)
     return false;
 }
 
-bool ParameterSpec::fromElement(const QDomElement &element, ParameterSpec *spec, QString *error)
+bool ParameterDefinition::fromElement(const QDomElement &element, ParameterDefinition *definition, QString *error)
 {
-    ParameterSpec s;
+    ParameterDefinition s;
     s.address = element.attribute(QStringLiteral("address"));
     if (s.address.isEmpty()) {
         *error = QStringLiteral("parameter without an address");
@@ -175,21 +175,21 @@ bool ParameterSpec::fromElement(const QDomElement &element, ParameterSpec *spec,
     }
     if (s.type == Meter || s.type == State)
         s.readOnly = true;
-    *spec = s;
+    *definition = s;
     return true;
 }
 
-double ParameterSpec::lowest() const
+double ParameterDefinition::lowest() const
 {
     return minimum;
 }
 
-double ParameterSpec::highest() const
+double ParameterDefinition::highest() const
 {
     return maximum;
 }
 
-double ParameterSpec::rounded(double value) const
+double ParameterDefinition::rounded(double value) const
 {
     switch (type) {
     case Frequency:
@@ -204,12 +204,12 @@ double ParameterSpec::rounded(double value) const
     }
 }
 
-double ParameterSpec::normalized(double value) const
+double ParameterDefinition::normalized(double value) const
 {
     return qBound(minimum, rounded(qBound(minimum, value, maximum)), maximum);
 }
 
-double ParameterSpec::valueAt(double position) const
+double ParameterDefinition::valueAt(double position) const
 {
     const double p = qBound(0.0, position, 1.0);
     if (curve.size() >= 2) {
@@ -223,7 +223,7 @@ double ParameterSpec::valueAt(double position) const
     return normalized(minimum + (maximum - minimum) * p);
 }
 
-double ParameterSpec::positionOf(double value) const
+double ParameterDefinition::positionOf(double value) const
 {
     const double v = qBound(minimum, value, maximum);
     if (curve.size() >= 2) {
@@ -237,7 +237,7 @@ double ParameterSpec::positionOf(double value) const
     return (v - minimum) / (maximum - minimum);
 }
 
-bool ParameterSpec::parse(const QString &text, double *value) const
+bool ParameterDefinition::parse(const QString &text, double *value) const
 {
     const QString trimmed = text.trimmed();
     switch (type) {
@@ -309,7 +309,7 @@ bool ParameterSpec::parse(const QString &text, double *value) const
     return false;
 }
 
-double ParameterSpec::stepped(double value, int steps) const
+double ParameterDefinition::stepped(double value, int steps) const
 {
     if (type == Level && minusInfinity && value <= minimum && steps > 0) {
         // Stepping up from -inf lands on the lowest level the curve shows
@@ -319,7 +319,7 @@ double ParameterSpec::stepped(double value, int steps) const
     return normalized(value + step * steps);
 }
 
-QString ParameterSpec::displayText(double value) const
+QString ParameterDefinition::displayText(double value) const
 {
     switch (type) {
     case Text:
@@ -344,7 +344,7 @@ QString ParameterSpec::displayText(double value) const
     return QString();
 }
 
-QString ParameterSpec::positionText(double position)
+QString ParameterDefinition::positionText(double position)
 {
     const double p = std::abs(position) < 1e-12 ? 0.0 : position;
     return QString::number(p, 'g', 6);
