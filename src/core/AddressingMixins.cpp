@@ -70,7 +70,7 @@ QString ValueGate::currentText(const BaseWidget &widget, int index) const
 
 bool ValueGate::matches(const BaseWidget &widget, int index) const
 {
-    if (m_values.isEmpty() || index >= widget.addressCount())
+    if (m_values.isEmpty() || index < 0 || index >= widget.addressCount())
         return false;
     return m_values.contains(currentText(widget, index));
 }

@@ -289,49 +289,55 @@ public:
 };
 
 /*!
-    Refuses the keyboard focus, and refuses input altogether (disabled) while
-    its parameter holds one of the "RejectValue" values.
+    Switches a control state while the control's parameter (index 0 unless
+    gateIndex() says otherwise) holds
+    one of the listed values: \a Gate names the tag of the list and what
+    matching does to the control. "range" gives the steps the position is
+    read on; with "StrValFlg" the display text is compared instead.
 */
-template <class Base>
-class RejectFocus : public Base
+template <class Base, class Gate>
+class ValueGated : public Base
 {
 public:
-    RejectFocus(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
+    ValueGated(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
         : Base(hostCore, registry, parent)
     {
-        this->setFocusPolicy(Qt::NoFocus);
+        Gate::prepare(*this);
     }
 
     static const TagTable &tags()
     {
-        static const TagTable table = TagTable::of<RejectFocus>(&Base::tags(), {
-            {"range", &RejectFocus::readRange},
-            {"RejectValue", &RejectFocus::readRejectValue},
-            {"StrValFlg", &RejectFocus::readStrValFlg},
+        static const TagTable table = TagTable::of<ValueGated>(&Base::tags(), {
+            {"range", &ValueGated::readRange},
+            {Gate::valuesTag, &ValueGated::readGateValues},
+            {"StrValFlg", &ValueGated::readStrValFlg},
         });
         return table;
     }
     const TagTable &tagTable() const override { return tags(); }
 
     bool readRange(const QDomElement &e) { return m_gate.readRange(e) && apply(); }
-    bool readRejectValue(const QDomElement &e) { return m_gate.readValues(e) && apply(); }
+    bool readGateValues(const QDomElement &e) { return m_gate.readValues(e) && apply(); }
     bool readStrValFlg(const QDomElement &e) { return m_gate.readStringFlag(e) && apply(); }
-    bool isRejecting() const { return m_gate.matches(*this, 0); }
+    //! Whether the tested parameter holds one of the listed values now.
+    bool isGated() const { return m_gate.matches(*this, gateIndex()); }
+    QStringList gateValues() const { return m_gate.values(); }
 
 protected:
+    //! The address whose value is tested; -1 while there is none.
+    virtual int gateIndex() const { return 0; }
+
     bool apply()
     {
-        if (m_gate.values().isEmpty())
-            return true;
-        const bool reject = isRejecting();
-        if (reject && this->hasFocus())
-            this->clearFocus();
-        this->setEnabled(!reject);
+        // Without a list, or a parameter to test, the host's own choice of
+        // state is left alone.
+        if (!m_gate.values().isEmpty() && gateIndex() >= 0)
+            Gate::apply(*this, isGated());
         return true;
     }
     void addressValueChanged(int index) override
     {
-        if (index == 0)
+        if (index == gateIndex())
             apply();
         Base::addressValueChanged(index);
     }
@@ -339,45 +345,40 @@ protected:
     Addressing::ValueGate m_gate;
 };
 
-/*!
-    Hides itself while its parameter holds one of the "HideValue" values.
-*/
+namespace Addressing {
+struct RejectGate
+{
+    static constexpr const char *valuesTag = "RejectValue";
+    static void prepare(QWidget &w) { w.setFocusPolicy(Qt::NoFocus); }
+    static void apply(QWidget &w, bool reject)
+    {
+        if (reject && w.hasFocus())
+            w.clearFocus();
+        w.setEnabled(!reject);
+    }
+};
+struct HideGate
+{
+    static constexpr const char *valuesTag = "HideValue";
+    static void prepare(QWidget &) { }
+    static void apply(QWidget &w, bool hide) { w.setVisible(!hide); }
+};
+} // namespace Addressing
+
+//! Refuses the keyboard focus, and all input (disabled) while the parameter holds a "RejectValue".
 template <class Base>
-class Hide : public Base
+class RejectFocus : public ValueGated<Base, Addressing::RejectGate>
 {
 public:
-    using Base::Base;
+    using ValueGated<Base, Addressing::RejectGate>::ValueGated;
+};
 
-    static const TagTable &tags()
-    {
-        static const TagTable table = TagTable::of<Hide>(&Base::tags(), {
-            {"range", &Hide::readRange},
-            {"HideValue", &Hide::readHideValue},
-        });
-        return table;
-    }
-    const TagTable &tagTable() const override { return tags(); }
-
-    bool readRange(const QDomElement &e) { return m_gate.readRange(e) && apply(); }
-    bool readHideValue(const QDomElement &e) { return m_gate.readValues(e) && apply(); }
-    bool isHiding() const { return m_gate.matches(*this, 0); }
-
-protected:
-    bool apply()
-    {
-        if (m_gate.values().isEmpty())
-            return true;
-        this->setVisible(!isHiding());
-        return true;
-    }
-    void addressValueChanged(int index) override
-    {
-        if (index == 0)
-            apply();
-        Base::addressValueChanged(index);
-    }
-
-    Addressing::ValueGate m_gate;
+//! Hidden while the parameter holds a "HideValue".
+template <class Base>
+class Hide : public ValueGated<Base, Addressing::HideGate>
+{
+public:
+    using ValueGated<Base, Addressing::HideGate>::ValueGated;
 };
 
 #endif

@@ -4,7 +4,7 @@
 #include <corvane/IAbstractDB.h>
 
 /*
-    Access to the host's parameter database (Part 2.2).
+    Access to the host's parameter database.
 
     abstractDatabase() resolves the exported
         extern "C" IAbstractDB *GetAbstractDB()

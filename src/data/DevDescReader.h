@@ -11,7 +11,7 @@ class shareFileLoader;
 
 /*!
     \class BaseDescReader
-    \brief Serves descriptor files by base name through shared-memory loaders (Part 2.1).
+    \brief Serves descriptor files by base name through shared-memory loaders.
 
     Keeps one shareFileLoader per base name, so that each file is read from
     disk once and then served from its shared-memory segment, in this process
@@ -33,7 +33,7 @@ public:
         keyed by \a baseName alone: a later request for the same name in
         another folder is served from the first folder's file. A failed load
         forgets the name, so the next request tries the disk again.
-        When the loader reports success without data (Part 2.3), the answer
+        When the loader reports success without data, the answer
         is true and nothing is appended.
     */
     bool read(const QString &folder, const QString &baseName, QByteArray &bytes);

@@ -5,7 +5,7 @@
 
 /*!
     \class FrequencyTable
-    \brief The 241 frequency steps of filter and equaliser frequencies (Part 2.5).
+    \brief The 241 frequency steps of filter and equaliser frequencies.
 
     One shared, read-only table (a constant array, no static initialisation):
     rows in ascending value from 20 Hz (row 0) to about 19.95 kHz (row 240),

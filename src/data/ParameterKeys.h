@@ -80,7 +80,7 @@ constexpr QLatin1String editor_auto("editor_auto");
 } // namespace Key
 
 /*
-    Members of the JSON parameter and device records (Part 2.2). Kept apart
+    Members of the JSON parameter and device records. Kept apart
     from Key so that short names such as "x" and "y" stay out of the way of
     code that says "using namespace Key".
 */
@@ -110,7 +110,7 @@ constexpr QLatin1String snapshot("snapshot");
 } // namespace RecordKey
 
 /*
-    The fixed textual parameter addresses the library itself uses (Part 2.2),
+    The fixed textual parameter addresses the library itself uses,
     and the "DelayScale" units that select a delay-time address.
 */
 namespace FixedAddress {

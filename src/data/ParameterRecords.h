@@ -9,7 +9,7 @@
 
 /*
     Numeric parameter addresses, JSON parameter records and the fixed queries
-    of value conversions (Part 2.2). The database is reached through
+    of value conversions. The database is reached through
     abstractDatabase() (AbstractDatabase.h). Every routine answers false (or
     an empty string) on a missing key, a short address, a missing database or
     a refused query, and logs nothing.

@@ -7,7 +7,7 @@
 
 /*!
     \class shareFileLoader
-    \brief Serves the bytes of one file from a named shared-memory segment (Part 2.3).
+    \brief Serves the bytes of one file from a named shared-memory segment.
 
     The first loader for a file, in any process, reads it from disk and
     publishes it in a segment keyed by the file's normalised path; every later
@@ -49,7 +49,7 @@ public:
     bool isTransformed() const { return m_transformed; }
     bool isAttached() const { return m_memory.isAttached(); }
 
-    //! Path normalisation of the constructor (see Part 2.3, Algorithms).
+    //! Path normalisation of the constructor.
     static QString normalisePath(const QString &path);
 
     //! How many loaders this process has constructed (diagnostics, tests).

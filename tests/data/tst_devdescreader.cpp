@@ -1,4 +1,4 @@
-// Part 2.1: the device descriptor reader.
+// The device descriptor reader.
 #include "data/DevDescReader.h"
 #include "data/ShareFileLoader.h"
 

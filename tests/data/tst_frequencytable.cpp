@@ -1,4 +1,4 @@
-// Part 2.5: the frequency step table.
+// The frequency step table.
 #include "data/FrequencyTable.h"
 
 #include <QSet>

@@ -1,4 +1,4 @@
-// Part 2.2: numeric addresses, parameter and device records, fixed queries.
+// Numeric addresses, parameter and device records, fixed queries.
 #include "FakeDatabase.h"
 
 #include "data/AbstractDatabase.h"

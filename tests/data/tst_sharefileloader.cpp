@@ -1,4 +1,4 @@
-// Part 2.3: the shared-memory file loader.
+// The shared-memory file loader.
 #include "data/ShareFileLoader.h"
 
 #include <QFile>

@@ -54,15 +54,6 @@ const QLatin1String addrTypeKey("AddrType");
 
 // ---------------------------------------------------------------------------
 
-const TagTable &BandWidthNumberBox::tags()
-{
-    static const TagTable table = TagTable::of<BandWidthNumberBox>(&NumberBox::tags(), {
-        {"range", &BandWidthNumberBox::readRange},
-        {"HideValue", &BandWidthNumberBox::readHideValue},
-    });
-    return table;
-}
-
 int BandWidthNumberBox::unitIndex() const
 {
     return addressCount() > 1 && addressAt(1).key(addrTypeKey).isEmpty() ? 1 : -1;
@@ -84,21 +75,6 @@ QString BandWidthNumberBox::editorStartText() const
     return figure.isEmpty() ? text : figure;
 }
 
-bool BandWidthNumberBox::applyHide()
-{
-    const int index = unitIndex();
-    if (m_gate.values().isEmpty() || index < 0)
-        return true;
-    setVisible(!m_gate.matches(*this, index));
-    return true;
-}
-
-void BandWidthNumberBox::addressValueChanged(int index)
-{
-    if (index == unitIndex())
-        applyHide();
-    NumberBox::addressValueChanged(index);
-}
 
 QString TuningZoneBandWidthNumberBox::shownText() const
 {

@@ -20,31 +20,23 @@ double leadingNumber(const QString &text, bool *ok);
     figure. "range" and "HideValue" hide the box while the unit address
     holds one of the values.
 */
-class BandWidthNumberBox : public NumberBox
+class BandWidthNumberBox : public Hide<NumberBox>
 {
     Q_OBJECT
     Q_PROPERTY(QString unitText READ unitText)
     Q_PROPERTY(bool octaves READ isOctaves)
-    Q_PROPERTY(QStringList hideValues READ hideValues)
-    CORVANE_TAG_TABLE
+    Q_PROPERTY(QStringList hideValues READ gateValues)
 
 public:
-    using NumberBox::NumberBox;
+    using Hide::Hide;
 
     QString unitText() const;
     bool isOctaves() const { return unitText() == QLatin1String("B/W[Oct]"); }
-    QStringList hideValues() const { return m_gate.values(); }
-
-    bool readRange(const QDomElement &e) { return m_gate.readRange(e) && applyHide(); }
-    bool readHideValue(const QDomElement &e) { return m_gate.readValues(e) && applyHide(); }
 
 protected:
     QString editorStartText() const override;
-    void addressValueChanged(int index) override;
+    int gateIndex() const override { return unitIndex(); }
     int unitIndex() const;
-    bool applyHide();
-
-    Addressing::ValueGate m_gate;
 };
 
 class ChannelSelectBandWidthNumberBox : public ChannelSelect<BandWidthNumberBox>
