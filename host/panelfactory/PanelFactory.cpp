@@ -9,6 +9,7 @@
 #include <QDomDocument>
 #include <QDomElement>
 #include <QFile>
+#include <QPalette>
 #include <QPluginLoader>
 #include <QWidget>
 
@@ -71,6 +72,22 @@ IWidgetFactory *PanelFactory::factory()
     return qobject_cast<IWidgetFactory *>(m_factoryObject);
 }
 
+QColor PanelFactory::panelBackground(const QDomElement &panel)
+{
+    static const QColor standard(38, 38, 38);
+    const QStringList parts = panel.attribute(QStringLiteral("background")).split(QLatin1Char(','));
+    if (parts.size() != 3 && parts.size() != 4)
+        return standard;
+    int c[4] = {0, 0, 0, 255};
+    for (int i = 0; i < parts.size(); ++i) {
+        bool ok = false;
+        c[i] = parts.at(i).trimmed().toInt(&ok);
+        if (!ok || c[i] < 0 || c[i] > 255)
+            return standard;
+    }
+    return QColor(c[0], c[1], c[2], c[3]);
+}
+
 QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IHostCore *hostCore,
                                    ParameterManagementRegistry *registry, const QVariantMap &context)
 {
@@ -85,6 +102,12 @@ QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IH
     const int width = dimension(panel, "width");
     const int height = dimension(panel, "height");
     page->setProperty("designSize", QSize(width, height));
+    // Controls draw light text for a dark panel; a page paints its own
+    // background so that it looks the same wherever it is placed.
+    QPalette palette = page->palette();
+    palette.setColor(QPalette::Window, panelBackground(panel));
+    page->setPalette(palette);
+    page->setAutoFillBackground(true);
     if (width > 0 && height > 0)
         page->resize(int(width * zoom), int(height * zoom));
 

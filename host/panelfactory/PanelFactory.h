@@ -3,6 +3,7 @@
 
 #include <corvane/IPanelFactory.h>
 
+#include <QColor>
 #include <QObject>
 #include <QPointer>
 
@@ -40,6 +41,9 @@ public:
                          ParameterManagementRegistry *registry, const QVariantMap &context) override;
     QWidget *createPanelByName(const QString &name, QWidget *parent, IHostCore *hostCore,
                                ParameterManagementRegistry *registry, const QVariantMap &context) override;
+
+    //! The colour of the Panel element's "background" attribute, or the standard dark grey.
+    static QColor panelBackground(const QDomElement &panel);
 
     static constexpr const char *corePropertyName() { return "corvaneCore"; }
 

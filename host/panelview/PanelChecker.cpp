@@ -29,6 +29,16 @@ bool isWholeNumber(const QString &text, int *value)
     return ok;
 }
 
+bool isColour(const QString &text)
+{
+    static const QRegularExpression form(QStringLiteral("^\\s*(\\d{1,3})\\s*,\\s*(\\d{1,3})\\s*,\\s*(\\d{1,3})\\s*(?:,\\s*(\\d{1,3})\\s*)?$"));
+    const QRegularExpressionMatch m = form.match(text);
+    bool ok = m.hasMatch();
+    for (int i = 1; ok && i <= 4; ++i)
+        ok = m.captured(i).isEmpty() || m.captured(i).toInt() <= 255;
+    return ok;
+}
+
 bool isColourTag(const QString &tag)
 {
     return tag.endsWith(QLatin1String("Color")) || tag.endsWith(QLatin1String("Colour"));
@@ -77,6 +87,10 @@ QList<PanelChecker::Finding> PanelChecker::check(const QByteArray &xml) const
             context.error(root, QStringLiteral("malformed geometry: Panel %1 \"%2\" is not a whole number above 0")
                                     .arg(QLatin1String(name), text));
     }
+
+    if (root.hasAttribute(QStringLiteral("background")) && !isColour(root.attribute(QStringLiteral("background"))))
+        context.error(root, QStringLiteral("malformed colour \"%1\" in the Panel's background (expected R,G,B or R,G,B,A from 0 to 255)")
+                                .arg(root.attribute(QStringLiteral("background"))));
 
     for (QDomElement e = root.firstChildElement(); !e.isNull(); e = e.nextSiblingElement()) {
         if (e.tagName() != QLatin1String("Device"))
@@ -190,17 +204,9 @@ void PanelChecker::checkForms(const QDomElement &element, Context &context) cons
             context.error(element, QStringLiteral("malformed geometry: %1 of <%2> is negative").arg(attribute, tag));
     }
 
-    if (isColourTag(tag) && element.firstChildElement().isNull()) {
-        static const QRegularExpression form(QStringLiteral("^\\s*(\\d{1,3})\\s*,\\s*(\\d{1,3})\\s*,\\s*(\\d{1,3})\\s*(?:,\\s*(\\d{1,3})\\s*)?$"));
-        const QString text = element.text();
-        const QRegularExpressionMatch m = form.match(text);
-        bool ok = m.hasMatch();
-        for (int i = 1; ok && i <= 4; ++i)
-            ok = m.captured(i).isEmpty() || m.captured(i).toInt() <= 255;
-        if (!ok)
-            context.error(element, QStringLiteral("malformed colour \"%1\" in <%2> (expected R,G,B or R,G,B,A from 0 to 255)")
-                                       .arg(text.trimmed(), tag));
-    }
+    if (isColourTag(tag) && element.firstChildElement().isNull() && !isColour(element.text()))
+        context.error(element, QStringLiteral("malformed colour \"%1\" in <%2> (expected R,G,B or R,G,B,A from 0 to 255)")
+                                   .arg(element.text().trimmed(), tag));
 
     for (QDomElement c = element.firstChildElement(); !c.isNull(); c = c.nextSiblingElement())
         checkForms(c, context);
