@@ -38,12 +38,24 @@ QString focusPolicyName(Qt::FocusPolicy policy)
     return QString::number(int(policy));
 }
 
+int enumValue(const QVariant &value)
+{
+    bool ok = false;
+    const int i = value.toInt(&ok);
+    if (ok)
+        return i;
+    // QVariant does not convert QFlags types (Qt::Alignment, ...) to int,
+    // but every one of them holds just an int.
+    return QMetaType::sizeOf(value.userType()) == int(sizeof(int)) ? *static_cast<const int *>(value.constData()) : 0;
+}
+
 QString propertyJson(const QMetaProperty &property, const QVariant &value)
 {
     if (property.isEnumType()) {
         const QMetaEnum e = property.enumerator();
-        const QByteArray keys = e.isFlag() ? e.valueToKeys(value.toInt()) : QByteArray(e.valueToKey(value.toInt()));
-        return Json::string(keys.isEmpty() ? QString::number(value.toInt()) : QString::fromLatin1(keys));
+        const int v = enumValue(value);
+        const QByteArray keys = e.isFlag() ? e.valueToKeys(v) : QByteArray(e.valueToKey(v));
+        return Json::string(keys.isEmpty() ? QString::number(v) : QString::fromLatin1(keys));
     }
     switch (int(value.type())) {
     case QMetaType::Int:

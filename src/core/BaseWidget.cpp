@@ -40,6 +40,10 @@ BaseWidget::BaseWidget(IHostCore *hostCore, ParameterManagementRegistry *registr
     , m_hostCore(hostCore)
     , m_registry(registry)
 {
+    // Controls expose alignments as properties; reading them through
+    // QObject::property() needs the type registered.
+    static const int alignmentType = qRegisterMetaType<Qt::Alignment>("Qt::Alignment");
+    Q_UNUSED(alignmentType)
     applyFont(zoomFactor());
 }
 

@@ -13,16 +13,6 @@ NumberBox::NumberBox(IHostCore *hostCore, ParameterManagementRegistry *registry,
 {
     // Up and Down need the focus; a click gives it.
     setFocusPolicy(Qt::StrongFocus);
-    registerAlignmentType();
-}
-
-void NumberBox::registerAlignmentType()
-{
-    static const bool registered = [] {
-        qRegisterMetaType<Qt::Alignment>("Qt::Alignment");
-        return QMetaType::registerConverter<Qt::Alignment, int>([](Qt::Alignment a) { return int(a); });
-    }();
-    Q_UNUSED(registered)
 }
 
 NumberBox::~NumberBox()

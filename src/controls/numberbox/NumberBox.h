@@ -83,9 +83,6 @@ public:
     virtual bool readTextAlignment(const QDomElement &e);
     virtual bool readEnableHorizontalDrag(const QDomElement &e);
 
-    //! Lets Qt::Alignment properties read as numbers (QVariant::toInt()), for hosts and dumps.
-    static void registerAlignmentType();
-
     //! "Left", "Right" and "VCenter" found in \a text, case-sensitively, over the default centring.
     static Qt::Alignment alignmentFromText(const QString &text);
 

@@ -8,7 +8,6 @@
 AbstractValueText::AbstractValueText(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
     : BaseWidget(hostCore, registry, parent)
 {
-    NumberBox::registerAlignmentType();
 }
 
 const TagTable &AbstractValueText::tags()
@@ -278,7 +277,6 @@ void ParameterText::resizeEvent(QResizeEvent *event)
 Text::Text(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
     : BaseWidget(hostCore, registry, parent)
 {
-    NumberBox::registerAlignmentType();
 }
 
 const TagTable &Text::tags()
