@@ -66,8 +66,21 @@ bool hasDisplay()
 
 } // namespace
 
+// Without a window system the editors' mouse grab is only a no-op; the
+// platform's complaint about it would drown a script's own errors.
+QtMessageHandler defaultMessageHandler = nullptr;
+
+void filterMessages(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (message == QLatin1String("This plugin does not support grabbing the mouse")
+        || message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set")))
+        return;
+    defaultMessageHandler(type, context, message);
+}
+
 int main(int argc, char *argv[])
 {
+    defaultMessageHandler = qInstallMessageHandler(filterMessages);
     // Everything but the window runs without a display; decide before the
     // application object picks a platform.
     {
