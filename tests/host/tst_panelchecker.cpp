@@ -103,6 +103,11 @@ void tst_PanelChecker::format()
                           "p.xml:1: error: malformed geometry: Panel height \"wide\" is not a whole number above 0",
                           "p.xml:3: error: <Address> names no device and the panel declares none"}));
 
+    f = c.check("<Panel width=\"10\" height=\"10\" background=\"20,20\">\n<Device id=\"d\" model=\"Vela8\"/></Panel>");
+    QCOMPARE(PanelChecker::format("p.xml", f).first(),
+             QString("p.xml:1: error: malformed colour \"20,20\" in the Panel's background (expected R,G,B or R,G,B,A from 0 to 255)"));
+    QVERIFY(!PanelChecker::hasError(c.check("<Panel width=\"10\" height=\"10\" background=\"20,20,20\"><Device id=\"d\" model=\"Vela8\"/></Panel>")));
+
     f = c.check("<Panel width=\"10\" height=\"10\"><Widget type=\"Knob\" name=\"k\"><Junk/></Widget></Panel>");
     QVERIFY(!PanelChecker::hasError(f));
     QCOMPARE(PanelChecker::format("p.xml", f), QStringList{"p.xml:1: warning: <Junk> is not read by Knob and is ignored"});
