@@ -2,9 +2,10 @@
 #define CORVANE_TESTS_CONTROLTESTHOST_H
 
 #include <corvane/IAbstractDB.h>
-#include <corvane/IHostCore.h>
 #include <corvane/IWidgetCore.h>
 #include <corvane/ParameterManagement.h>
+
+#include "support/RecordingHost.h"
 
 #include <QApplication>
 #include <QDomDocument>
@@ -16,60 +17,21 @@
 #include <memory>
 
 /*
-    The host side of the control tests: a parameter table keyed by
-    "dev_uniq_id|prmAddr", a record of every request, and helpers that build
-    a control from a description and drive it with events.
+    The host side of the control tests: the recording host, with the owner
+    device "dev1", every parameter taken to exist, and helpers that build a
+    control from a description and drive it with events.
 */
-class ControlTestHost : public IHostCore
+class ControlTestHost : public RecordingHost
 {
 public:
-    struct Request
-    {
-        int index;
-        QVariantMap address;
-        int kind;
-        QMap<QString, QString> arguments;
-        QString arg(const char *key) const { return arguments.value(QLatin1String(key)); }
-    };
+    ControlTestHost() { active = true; }
 
     void setParameter(const QString &prmAddr, const QString &val, const QString &str,
                       const QString &device = QStringLiteral("dev1"))
     {
-        QMap<QString, QString> &p = parameters[device + QLatin1Char('|') + prmAddr];
-        p.insert(QStringLiteral("ui_prm_val"), val);
-        p.insert(QStringLiteral("ui_prm_str"), str);
-    }
-
-    bool readParameter(const ParameterAddress &address, Value &value, QMap<QString, QString> &) override
-    {
-        const auto it = parameters.constFind(address.deviceId() + QLatin1Char('|') + address.prmAddr());
-        if (it == parameters.cend())
-            return false;
-        for (auto a = it->cbegin(); a != it->cend(); ++a)
-            value.set(a.key(), a.value());
-        return true;
-    }
-    bool sendRequest(QWidget *, int index, const QVariantMap &address, int kind,
-                     const QMap<QString, QString> &arguments) override
-    {
-        requests.append({index, address, kind, arguments});
-        return true;
-    }
-    void selectParameter(QWidget *, const QString &, const QString &) override { ++selections; }
-    float zoomFactor() const override { return zoom; }
-    IHostTarget *currentTarget() override { return nullptr; }
-    QVariantMap ownerDevice(const QWidget *) override
-    {
-        return {{QStringLiteral("dev_uniq_id"), QStringLiteral("dev1")},
-                {QStringLiteral("dev_model"), QStringLiteral("Model1")}};
+        RecordingHost::setParameter(device, prmAddr, val, str);
     }
     bool parameterExists(const QVariantMap &) override { return true; }
-    int mode() const override { return 0; }
-    bool isActive(const QWidget *) const override { return true; }
-    int state(int, int) const override { return 0; }
-    QVariantMap editorInfo() const override { return editor; }
-    QString imageBasePath() const override { return QString(); }
-    void contextAction(QWidget *, const QString &, const QVariantMap &) override { }
 
     //! Builds \a type from the children of a <Widget> element written as \a xml, shown in a window.
     template <class W>
@@ -89,13 +51,8 @@ public:
         return w;
     }
 
-    QMap<QString, QMap<QString, QString>> parameters;
-    QList<Request> requests;
-    QVariantMap editor;
     ParameterManagementRegistry registry;
     std::unique_ptr<QWidget> window;
-    float zoom = 1.0f;
-    int selections = 0;
 };
 
 namespace Input {

@@ -333,10 +333,10 @@ void tst_NumberBox::drag()
 
     NumberBox *b = box(val);
     b->setHorizontalDrag(horizontal);
-    const int selections = host.selections;
+    const int selections = host.selections.size();
     mouse(b, QEvent::MouseButtonPress, QPoint(40, 12));
     QVERIFY(b->isDragging());
-    QCOMPARE(host.selections, selections + 1);
+    QCOMPARE(host.selections.size(), selections + 1);
     for (const Move &m : moves) {
         QMouseEvent e(QEvent::MouseMove, m.pos, b->mapToGlobal(m.pos), Qt::NoButton, Qt::LeftButton, m.modifiers);
         QApplication::sendEvent(b, &e);

@@ -23,6 +23,7 @@ public:
         QVariantMap address;
         int kind;
         QMap<QString, QString> arguments;
+        QString arg(const char *key) const { return arguments.value(QLatin1String(key)); }
     };
     struct Action
     {
