@@ -3,14 +3,100 @@
 
 #include "core/BaseWidget.h"
 
+#include <QGradientStops>
+#include <QImage>
+
+/*!
+    \class Meter
+    \brief Shows a level as an image revealed from the bottom up to the
+    level's height.
+
+    The level arrives as the normalised position ("ui_prm_val") of address
+    0; the database owns the decibel law, the ballistics and the peak hold,
+    so the meter only turns a position into pixels and paints. Address 1 is
+    the device's online state: a device that is not "online" drops the level
+    to 0 at once.
+
+    The image ("Image", relative to the host's image folder) is rendered at
+    the meter's size once and kept in a cache shared by every meter, so a
+    level change only changes the clip. Without a usable image the meter
+    draws a gradient bar of its own over a dimmed track.
+*/
 class Meter : public BaseWidget
 {
     Q_OBJECT
+    Q_PROPERTY(QString image READ image WRITE setImage)
+    Q_PROPERTY(int level READ level WRITE setLevel NOTIFY levelChanged)
+    Q_PROPERTY(bool online READ isOnline)
+    Q_PROPERTY(bool imageLoaded READ isImageLoaded)
+    CORVANE_TAG_TABLE
+
 public:
-    Meter(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
-        : BaseWidget(hostCore, registry, parent)
-    {
-    }
+    Meter(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
+    ~Meter() override;
+
+    QString image() const { return m_image; }
+    void setImage(const QString &name);
+    //! The image's file: the name joined to the host's image folder.
+    QString imagePath() const;
+    //! Whether the image was found and rendered; false while the meter falls back to its own bar.
+    bool isImageLoaded() const;
+
+    //! The lit height in pixels.
+    int level() const { return m_level; }
+    void setLevel(int pixels);
+
+    //! Whether the device is online; a meter without an online address always is.
+    bool isOnline() const;
+
+    //! Pixels lit by position \a v on a meter \a height pixels high: int(height × v + 0.5).
+    static int pixelsOf(double v, int height);
+
+    virtual bool readImage(const QDomElement &e);
+
+    //! The rendered image for \a path at \a size, from the cache; null when it cannot be loaded.
+    static QImage renderedImage(const QString &path, const QSize &size, qreal devicePixelRatio = 1.0);
+    //! Drops every cached rendering.
+    static void clearImageCache();
+
+signals:
+    void levelChanged(int pixels);
+
+protected:
+    //! Address of the online state.
+    virtual int onlineIndex() const { return 1; }
+    //! The lit height for position \a v of the level address.
+    virtual int levelPixels(double v) const { return pixelsOf(v, height()); }
+    //! Whether the meter fills downwards from the top edge.
+    virtual bool litFromTop() const { return false; }
+    //! The colours of the bar drawn without an image, from the lit end outwards.
+    virtual QGradientStops fallbackStops() const;
+
+    //! The rows lit by \a pixels.
+    QRect litRect(int pixels) const;
+    //! The image the meter shows at its current size: the loaded image or the fallback bar.
+    QImage meterImage() const;
+    //! Re-reads the level from the level address (0 while offline).
+    void readLevel();
+    //! Repaints the rows that differ between two lit heights.
+    void updateBetween(int fromPixels, int toPixels);
+
+    void addressValueChanged(int index) override;
+    void paintEvent(QPaintEvent *event) override;
+    //! Paints the lit part; variants add their marks afterwards.
+    virtual void paintMeter(QPainter &painter);
+    void resizeEvent(QResizeEvent *event) override;
+
+    double m_levelPosition = 0.0;
+
+private:
+    QImage fallbackImage(const QSize &size, qreal dpr) const;
+
+    QString m_image;
+    qint16 m_level = 0;
+    mutable QImage m_shown;
+    mutable QSize m_shownSize;
+    mutable bool m_shownIsImage = false;
 };
 
 #endif
