@@ -1,0 +1,53 @@
+#include "LevelList.h"
+
+#include <QAction>
+#include <QDomElement>
+#include <QMenu>
+
+bool LevelList::read(const QDomElement &e)
+{
+    m_levels.clear();
+    for (QDomElement c = e.firstChildElement(QStringLiteral("Level")); !c.isNull();
+         c = c.nextSiblingElement(QStringLiteral("Level"))) {
+        const QString label = c.attribute(QStringLiteral("text"));
+        if (label.isEmpty())
+            continue;
+        Level level;
+        level.label = label;
+        level.value = c.text();
+        bool ok = false;
+        const double position = c.attribute(QStringLiteral("position")).toDouble(&ok);
+        if (ok && position >= 0 && position <= 1)
+            level.position = position;
+        m_levels.append(level);
+    }
+    return true;
+}
+
+QStringList LevelList::describe() const
+{
+    QStringList out;
+    for (const Level &level : m_levels)
+        out << level.label + QLatin1Char(':') + level.value;
+    return out;
+}
+
+void LevelList::addToMenu(QMenu *menu)
+{
+    m_actions.clear();
+    if (m_levels.isEmpty())
+        return;
+    if (!menu->actions().isEmpty())
+        menu->addSeparator();
+    for (const Level &level : qAsConst(m_levels))
+        m_actions.insert(menu->addAction(level.label), level.value);
+}
+
+bool LevelList::valueOf(const QAction *action, QString *value) const
+{
+    const auto it = m_actions.constFind(action);
+    if (it == m_actions.cend())
+        return false;
+    *value = *it;
+    return true;
+}

@@ -1,0 +1,42 @@
+#ifndef CORVANE_CONTROLS_COMMON_WHEELSTEPS_H
+#define CORVANE_CONTROLS_COMMON_WHEELSTEPS_H
+
+#include <QWheelEvent>
+
+/*!
+    \class WheelSteps
+    \brief Turns wheel rotation into whole notches.
+
+    High-resolution wheels and touchpads deliver a notch in parts; the parts
+    are summed and one step is reported per full notch, up positive.
+*/
+class WheelSteps
+{
+public:
+    //! Adds \a event's vertical rotation and returns the whole notches it completes (negative downward).
+    int take(const QWheelEvent *event) { return take(event->angleDelta().y()); }
+    int take(int angleDelta)
+    {
+        m_remainder += angleDelta;
+        const int steps = m_remainder / QWheelEvent::DefaultDeltasPerStep;
+        m_remainder -= steps * QWheelEvent::DefaultDeltasPerStep;
+        return steps;
+    }
+    void reset() { m_remainder = 0; }
+
+    //! Calls \a step(1) or \a step(-1) once per notch \a event completes.
+    template <class F>
+    void deliver(const QWheelEvent *event, F step)
+    {
+        const int steps = take(event);
+        for (int i = 0; i < steps; ++i)
+            step(1);
+        for (int i = 0; i > steps; --i)
+            step(-1);
+    }
+
+private:
+    int m_remainder = 0;
+};
+
+#endif
