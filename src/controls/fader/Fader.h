@@ -1,16 +1,164 @@
 #ifndef CORVANE_CONTROLS_FADER_FADER_H
 #define CORVANE_CONTROLS_FADER_FADER_H
 
+#include "controls/common/ImageSource.h"
+#include "controls/common/LevelList.h"
+#include "controls/common/WheelSteps.h"
 #include "core/BaseWidget.h"
 
+#include <QColor>
+#include <QRect>
+#include <QVector>
+
+/*!
+    \class Fader
+    \brief A sliding control: a knob dragged along a rail.
+
+    The knob follows the mouse pixel for pixel. Its place on the travel (the
+    widget's height less the knob's, counted up from the bottom) becomes the
+    parameter's position through the scale kind: "normal" is linear over the
+    whole travel; "0dB" and "10dB" are fixed fader laws over 132 and 136
+    design pixels, scaled by the zoom, above which the position is 1. The
+    knob is placed from the parameter's position by the same law read the
+    other way.
+
+    Only a press on the knob starts a drag (the knob never jumps to the
+    mouse); a click without movement sends nothing. Alt-click asks for the
+    parameter's default. Up and Down step the parameter; so does the wheel,
+    one step per notch. The levels of a "LevelList" are offered in the
+    context menu, and those that give their "position" are marked beside the
+    rail.
+
+    Painting, bottom to top: the base image over the whole widget; the rail
+    in the rail colour (when a "RailRect" was read or there is no base
+    image); the rail below the knob in the fill colour when "FillLevel" is
+    set; the level marks; the knob image, or a drawn cap.
+*/
 class Fader : public BaseWidget
 {
     Q_OBJECT
+    Q_PROPERTY(int knobPosition READ knobPosition)
+    Q_PROPERTY(QRect knobRect READ knobRect)
+    Q_PROPERTY(QRect railRect READ railRect)
+    Q_PROPERTY(int travel READ travel)
+    Q_PROPERTY(ScaleKind scaleKind READ scaleKind WRITE setScaleKind)
+    Q_PROPERTY(Qt::Orientation orientation READ orientation)
+    Q_PROPERTY(bool dragging READ isDragging)
+    Q_PROPERTY(bool fillLevel READ fillLevel WRITE setFillLevel)
+    Q_PROPERTY(QColor railColor READ railColor WRITE setRailColor)
+    Q_PROPERTY(QColor fillColor READ fillColor WRITE setFillColor)
+    Q_PROPERTY(QString knobImage READ knobImage WRITE setKnobImage)
+    Q_PROPERTY(QString baseImage READ baseImage WRITE setBaseImage)
+    Q_PROPERTY(QStringList levels READ levels)
+
+    CORVANE_TAG_TABLE
+
 public:
-    Fader(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
-        : BaseWidget(hostCore, registry, parent)
-    {
-    }
+    enum ScaleKind { ZeroDbLaw = 0, TenDbLaw = 1, Normal = 2 };
+    Q_ENUM(ScaleKind)
+
+    Fader(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
+
+    //! The knob's size at zoom 1 when the description gives none (width along the rail's cross axis).
+    static const QSize defaultKnobSize;
+    static const QColor defaultRailColor;
+    static const QColor defaultFillColor;
+
+    //! The knob's place on the travel in pixels, 0 at the bottom (left when horizontal).
+    int knobPosition() const { return m_knobPosition; }
+    QRect knobRect() const;
+    //! The rail at the current zoom: "RailRect", or a slot along the knob's path.
+    QRect railRect() const;
+    //! Pixels the knob can move: the widget's length along the rail less the knob's.
+    int travel() const;
+    ScaleKind scaleKind() const { return ScaleKind(m_scaleKind); }
+    void setScaleKind(ScaleKind kind);
+    Qt::Orientation orientation() const { return m_orientation; }
+    bool isDragging() const { return m_dragging; }
+    bool fillLevel() const { return m_fillLevel; }
+    void setFillLevel(bool on);
+    QColor railColor() const { return m_railColor; }
+    void setRailColor(const QColor &color);
+    QColor fillColor() const { return m_fillColor; }
+    void setFillColor(const QColor &color);
+    QString knobImage() const { return m_knobImage.name(); }
+    void setKnobImage(const QString &name);
+    QString baseImage() const { return m_baseImage.name(); }
+    void setBaseImage(const QString &name);
+    QStringList levels() const { return m_levels.describe(); }
+    const LevelList &levelList() const { return m_levels; }
+
+    bool setZoom(float zoom) override;
+
+    virtual bool readImage(const QDomElement &e);
+    virtual bool readParameterType(const QDomElement &e);
+    virtual bool readLevelList(const QDomElement &e);
+    virtual bool readRailRect(const QDomElement &e);
+    virtual bool readKnobPosition(const QDomElement &e);
+    virtual bool readFillLevel(const QDomElement &e);
+    virtual bool readKnobSize(const QDomElement &e);
+    virtual bool readRailColor(const QDomElement &e);
+
+    //! The parameter position (0 to 1) of knob position \a p under the current scale kind and zoom.
+    virtual double knobPositionToRatio(int p) const;
+    //! The knob position that shows parameter position \a ratio: the law read the other way.
+    virtual int ratioToKnobPosition(double ratio) const;
+    //! Moves the knob to where the parameter's position puts it.
+    virtual void placeKnob();
+
+    //! The law of \a kind as (pixel, ratio) points, pixels scaled by \a zoom and truncated; empty for "normal".
+    static QVector<QPair<int, double>> law(int kind, float zoom);
+
+protected:
+    void setOrientation(Qt::Orientation orientation);
+    //! Knob size, at the current zoom.
+    QSize knobSize() const;
+    //! The knob's top (left when horizontal) for knob position \a p.
+    int knobStartFor(int p) const;
+    //! The mouse coordinate along the rail, growing toward the top (right).
+    int knobPositionAt(const QPoint &pos) const;
+    void setKnobPosition(int p);
+    virtual void sendKnobPosition(int p, bool held);
+    virtual void stepValue(int step);
+
+    void addressValueChanged(int index) override;
+    void buildContextMenu(QMenu *menu) override;
+    bool menuEntryChosen(QAction *action) override;
+
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+    void paintRail(QPainter &painter);
+    void paintLevelMarks(QPainter &painter);
+    void paintKnob(QPainter &painter);
+
+private:
+    //! The rectangle worth repainting when the knob moves between \a from and \a to.
+    QRect knobTrail(const QRect &from, const QRect &to) const;
+
+    LevelList m_levels;
+    ImageSource m_knobImage;
+    ImageSource m_baseImage;
+    QSize m_knobDesignSize;
+    QPoint m_knobDesignPosition;
+    bool m_knobPositionGiven = false;
+    QRect m_railDesignRect;
+    qint16 m_scaleKind = Normal;
+    qint16 m_grabOffset = 0;
+    bool m_dragging = false;
+    bool m_moved = false;
+    bool m_fillLevel = false;
+    QColor m_railColor = defaultRailColor;
+
+    QColor m_fillColor = defaultFillColor;
+    Qt::Orientation m_orientation = Qt::Vertical;
+    int m_knobPosition = 0;
+    WheelSteps m_wheel;
 };
 
 #endif

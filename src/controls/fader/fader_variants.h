@@ -32,11 +32,16 @@ public:
     using MatrixCell::MatrixCell;
 };
 
+//! The rail lies horizontally; the knob's travel runs from the left (0) to the right.
 class HorizontalFader : public Fader
 {
     Q_OBJECT
 public:
-    using Fader::Fader;
+    HorizontalFader(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
+        : Fader(hostCore, registry, parent)
+    {
+        setOrientation(Qt::Horizontal);
+    }
 };
 
 class HaloFader : public Fader
