@@ -31,18 +31,22 @@ public:
     using GraphScale::GraphScale;
 };
 
+//! The scale of a gain-reduction meter: 0 dB at the top, 30 dB of reduction at the bottom.
 class MeterScaleGR : public MeterScale
 {
     Q_OBJECT
 public:
-    using MeterScale::MeterScale;
+    MeterScaleGR(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
 };
 
+//! The scale of a signal-voltage meter in dBu: +24 at the top, -36 at the bottom.
 class MeterScaleVoltage : public MeterScale
 {
     Q_OBJECT
 public:
-    using MeterScale::MeterScale;
+    MeterScaleVoltage(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
+
+    QString label(double value) const override;
 };
 
 #endif

@@ -2,6 +2,7 @@
 
 #include "controls/meter/Meter.h"
 #include "controls/meter/meter_variants.h"
+#include "controls/scale/scale_variants.h"
 
 #include <QPaintEvent>
 #include <QSignalSpy>
@@ -108,6 +109,17 @@ private:
         return nullptr;
     }
 
+    MeterScale *scale(const QString &type, int height, const QString &extra = QString())
+    {
+        host.window.reset();
+        const QString xml = QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"30\" height=\"%1\"/>").arg(height) + extra;
+        if (type == QLatin1String("MeterScaleGR"))
+            return host.make<MeterScaleGR>(xml);
+        if (type == QLatin1String("MeterScaleVoltage"))
+            return host.make<MeterScaleVoltage>(xml);
+        return host.make<MeterScale>(xml);
+    }
+
     //! A meter of \a type, \a height pixels high, bound to level, (peak switch,) online; the device online.
     Meter *meter(const QString &type, int height = 40, const QString &extra = QString())
     {
@@ -158,6 +170,12 @@ private slots:
     void imagePath();
     void renderingIsShared();
     void border();
+    void scaleMeetsMeter_data();
+    void scaleMeetsMeter();
+    void scaleDescription_data();
+    void scaleDescription();
+    void scalePainting_data();
+    void scalePainting();
 };
 
 void tst_Meter::initTestCase()
@@ -552,6 +570,119 @@ void tst_Meter::border()
     QVERIFY(m->setZoom(0.5f));
     QCOMPARE(paint(m).pixelColor(0, 5), border);
     QCOMPARE(paint(m).pixelColor(1, 5).alpha(), 0);
+}
+
+void tst_Meter::scaleMeetsMeter_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("meterType");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<double>("position");
+
+    QTest::newRow("top of a level scale") << "MeterScale" << "Meter" << 60 << 0.0 << 1.0;
+    QTest::newRow("-6 on a level scale") << "MeterScale" << "Meter" << 61 << -6.0 << 0.9;
+    QTest::newRow("-45 on a level scale") << "MeterScale" << "Meter" << 31 << -45.0 << 0.25;
+    QTest::newRow("3 dB of reduction") << "MeterScaleGR" << "GRMeter" << 40 << 3.0 << 0.1;
+    QTest::newRow("20 dB of reduction") << "MeterScaleGR" << "GRMeter" << 33 << 20.0 << 2.0 / 3.0;
+    QTest::newRow("+4 dBu") << "MeterScaleVoltage" << "Meter" << 90 << 4.0 << 40.0 / 60.0;
+}
+
+void tst_Meter::scaleMeetsMeter()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, meterType);
+    QFETCH(int, height);
+    QFETCH(double, value);
+    QFETCH(double, position);
+
+    // The mark of a value sits on the edge of the bar a meter beside it shows for that value.
+    Meter *m = meter(meterType, height);
+    set(m, levelAddr, QString::number(position, 'g', 17));
+    const QList<int> lit = litRows(paint(m));
+    QVERIFY(!lit.isEmpty());
+    const int edge = meterType == QLatin1String("GRMeter") ? lit.last() + 1 : lit.first();
+
+    MeterScale *s = scale(type, height);
+    QCOMPARE(s->rowOf(value), edge);
+}
+
+void tst_Meter::scaleDescription_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("xml");
+    QTest::addColumn<double>("top");
+    QTest::addColumn<double>("bottom");
+    QTest::addColumn<QString>("marks");
+    QTest::addColumn<QString>("side");
+    QTest::addColumn<QString>("topLabel");
+
+    QTest::newRow("level defaults") << "MeterScale" << "" << 0.0 << -60.0 << "0,-6,-12,-18,-24,-36,-48,-60"
+                                    << "Right" << "0";
+    QTest::newRow("reduction defaults") << "MeterScaleGR" << "" << 0.0 << 30.0 << "0,3,6,10,15,20,30" << "Right"
+                                        << "0";
+    QTest::newRow("voltage defaults") << "MeterScaleVoltage" << "" << 24.0 << -36.0
+                                      << "24,18,12,6,0,-6,-12,-18,-24,-36" << "Right" << "+24";
+    QTest::newRow("all tags") << "MeterScaleVoltage"
+                              << "<Top>10</Top><Bottom>-20</Bottom><Marks> 10, 0 ,-20</Marks><Side>left</Side>"
+                              << 10.0 << -20.0 << "10,0,-20" << "Left" << "+10";
+    QTest::newRow("bad texts change nothing") << "MeterScaleGR"
+                                              << "<Top>high</Top><Marks>0,x</Marks><Side>middle</Side>"
+                                              << 0.0 << 30.0 << "0,3,6,10,15,20,30" << "Right" << "0";
+}
+
+void tst_Meter::scaleDescription()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, xml);
+    QFETCH(double, top);
+    QFETCH(double, bottom);
+    QFETCH(QString, marks);
+    QFETCH(QString, side);
+    QFETCH(QString, topLabel);
+
+    MeterScale *s = scale(type, 60, xml);
+    QCOMPARE(s->top(), top);
+    QCOMPARE(s->bottom(), bottom);
+    QCOMPARE(s->marksText(), marks);
+    QCOMPARE(s->side(), side);
+    QCOMPARE(s->label(top), topLabel);
+}
+
+void tst_Meter::scalePainting_data()
+{
+    QTest::addColumn<QString>("side");
+    QTest::newRow("ticks right") << "Right";
+    QTest::newRow("ticks left") << "Left";
+}
+
+void tst_Meter::scalePainting()
+{
+    QFETCH(QString, side);
+    const bool left = side == QLatin1String("Left");
+    MeterScale *s = scale(QStringLiteral("MeterScale"), 120,
+                          QStringLiteral("<Side>%1</Side><Color>0,255,0</Color>").arg(side));
+    const QImage image = paint(s);
+    const int tickColumn = left ? 0 : s->width() - 1;
+    const QColor green(0, 255, 0);
+    for (double v : s->marks()) {
+        const int row = s->rowOf(v);
+        QCOMPARE(image.pixelColor(tickColumn, row), green);
+    }
+    // Between marks the edge stays empty.
+    QCOMPARE(image.pixelColor(tickColumn, s->rowOf(-3)).alpha(), 0);
+
+    // Labels sit beside the ticks, not over them, and the top one is not cut off.
+    const int tick = qBound(2, s->width() / 4, 8);
+    bool labelled = false;
+    for (int y = 0; y < QFontMetrics(s->font()).height(); ++y) {
+        for (int x = 0; x < s->width(); ++x) {
+            const bool inTickBand = left ? x < tick : x >= s->width() - tick;
+            if (!inTickBand && image.pixelColor(x, y).alpha() > 0)
+                labelled = true;
+        }
+    }
+    QVERIFY(labelled);
 }
 
 QTEST_MAIN(tst_Meter)
