@@ -4,11 +4,57 @@
 #include "core/AddressingMixins.h"
 #include "controls/button/Button.h"
 
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QSet>
+#include <QTimer>
+
+/*!
+    Sets its parameter to one value of a stepped scale: "Value" gives the
+    value and the number of steps, the click sends value / steps. With
+    "CanOff" a click on the selected button sends 0 instead, so the button
+    toggles between its value and 0. Lit while the parameter's step is the
+    value.
+*/
 class SelectButton : public Button
 {
     Q_OBJECT
+    Q_PROPERTY(int selectValue READ selectValue WRITE setSelectValue)
+    Q_PROPERTY(int stepCount READ stepCount WRITE setStepCount)
+    Q_PROPERTY(bool canOff READ canOff WRITE setCanOff)
+    CORVANE_TAG_TABLE
+
 public:
     using Button::Button;
+
+    int selectValue() const { return m_selectValue; }
+    void setSelectValue(int value);
+    int stepCount() const { return m_stepCount; }
+    void setStepCount(int steps);
+    bool canOff() const { return m_canOff; }
+    void setCanOff(bool canOff) { m_canOff = canOff; }
+
+    bool isOn() const override;
+    void clickAction() override;
+
+    /*!
+        The text is the value, a whole number, or "editor_info" for the
+        number the host's editor information carries under that key;
+        attribute "offset" is added to it and "steps" gives the step count.
+        An element with attribute "hint" counts only when it equals the
+        host's "editor_hint", and then wins over elements without one.
+    */
+    virtual bool readValue(const QDomElement &e);
+    virtual bool readCanOff(const QDomElement &e);
+
+protected:
+    QString fallbackText() const override { return QString::number(m_selectValue); }
+
+private:
+    qint16 m_selectValue = 0;
+    qint16 m_stepCount = 1;
+    bool m_canOff = false;
+    bool m_valueFromHint = false;
 };
 
 class SelectButtonWithMessage : public SelectButton
@@ -25,11 +71,15 @@ public:
     using SelectButton::SelectButton;
 };
 
+//! A button without a face while off: only its text, icon or image.
 class FlatButton : public Button
 {
     Q_OBJECT
 public:
     using Button::Button;
+
+protected:
+    bool isFlat() const override { return true; }
 };
 
 class FbsButton : public Button
@@ -95,11 +145,24 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+//! Recalls a library file chosen in an open dialog into the channel.
 class ChannelSelectLibraryRecallButton : public ChannelSelect<Button>
 {
     Q_OBJECT
+    Q_PROPERTY(QString libraryExtension READ libraryExtension)
+    Q_PROPERTY(QString fileFilter READ fileFilter)
+
 public:
     using ChannelSelect::ChannelSelect;
+
+    //! The extension of the device model's library files, from its descriptor.
+    QString libraryExtension() const;
+    QString fileFilter() const;
+    bool isOn() const override { return false; }
+    void clickAction() override;
+
+protected:
+    virtual bool isFir() const { return false; }
 };
 
 class ChannelSelectLibraryRecallButtonFIR : public ChannelSelectLibraryRecallButton
@@ -107,13 +170,29 @@ class ChannelSelectLibraryRecallButtonFIR : public ChannelSelectLibraryRecallBut
     Q_OBJECT
 public:
     using ChannelSelectLibraryRecallButton::ChannelSelectLibraryRecallButton;
+
+protected:
+    bool isFir() const override { return true; }
 };
 
+//! Stores the channel's settings in a library file chosen in a save dialog.
 class ChannelSelectLibraryStoreButton : public ChannelSelect<Button>
 {
     Q_OBJECT
+    Q_PROPERTY(QString libraryExtension READ libraryExtension)
+    Q_PROPERTY(QString fileFilter READ fileFilter)
+
 public:
     using ChannelSelect::ChannelSelect;
+
+    //! The extension of the device model's library files, from its descriptor.
+    QString libraryExtension() const;
+    QString fileFilter() const;
+    bool isOn() const override { return false; }
+    void clickAction() override;
+
+protected:
+    virtual bool isFir() const { return false; }
 };
 
 class ChannelSelectLibraryStoreButtonFIR : public ChannelSelectLibraryStoreButton
@@ -121,6 +200,9 @@ class ChannelSelectLibraryStoreButtonFIR : public ChannelSelectLibraryStoreButto
     Q_OBJECT
 public:
     using ChannelSelectLibraryStoreButton::ChannelSelectLibraryStoreButton;
+
+protected:
+    bool isFir() const override { return true; }
 };
 
 class ChannelSelectSelectButton : public ChannelSelect<SelectButton>
@@ -130,11 +212,29 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+/*!
+    One switch for several on/off parameters (its addresses): lit when all
+    of them are on, marked when only some are. A click switches them all
+    off when all are on, otherwise all on.
+*/
 class EquivalentButton : public Button
 {
     Q_OBJECT
+    Q_PROPERTY(bool mixed READ isMixed)
+
 public:
     using Button::Button;
+
+    bool isOn() const override;
+    //! Some, not all, of the parameters are on.
+    bool isMixed() const;
+    void clickAction() override;
+
+protected:
+    void paintDecoration(QPainter &painter, int state) override;
+
+private:
+    int onCount(int *bound) const;
 };
 
 class FixedTriggerButton : public Button
@@ -186,11 +286,29 @@ public:
     using BandSharing::BandSharing;
 };
 
+/*!
+    Sets its parameter to a text ("MatchValue", sent as typed) and is lit
+    while the parameter's display text is exactly that text. Without a
+    "MatchValue" it toggles like Button.
+*/
 class MatchValueButton : public Button
 {
     Q_OBJECT
+    Q_PROPERTY(QString matchValue READ matchValue WRITE setMatchValue)
+    CORVANE_TAG_TABLE
+
 public:
     using Button::Button;
+
+    QString matchValue() const { return m_matchValue; }
+    void setMatchValue(const QString &value);
+    bool isOn() const override;
+    void clickAction() override;
+
+    virtual bool readMatchValue(const QDomElement &e);
+
+private:
+    QString m_matchValue;
 };
 
 class BandSharingMatchValueButton : public BandSharing<MatchValueButton>
@@ -214,18 +332,39 @@ public:
     using TuningZone::TuningZone;
 };
 
+//! Sets the zone's parameters back to their defaults.
 class TuningZoneMasterResetButton : public TuningZone<Button>
 {
     Q_OBJECT
 public:
     using TuningZone::TuningZone;
+
+    bool isOn() const override { return false; }
+    void clickAction() override;
 };
 
+//! Steps its parameter: "Step" gives the step ("1", "+1", "-1", ...; default 1).
 class StepButton : public Button
 {
     Q_OBJECT
+    Q_PROPERTY(int step READ step WRITE setStep)
+    CORVANE_TAG_TABLE
+
 public:
     using Button::Button;
+
+    int step() const { return m_step; }
+    void setStep(int step);
+    bool isOn() const override { return false; }
+    void clickAction() override;
+
+    virtual bool readStep(const QDomElement &e);
+
+protected:
+    QString fallbackText() const override;
+
+private:
+    int m_step = 1;
 };
 
 class TuningZoneStepButton : public TuningZone<StepButton>
@@ -263,18 +402,44 @@ public:
     using Speaker::Speaker;
 };
 
+//! Recalls a library file chosen in an open dialog into the channel.
 class SpeakerLibraryRecallButton : public Speaker<Button>
 {
     Q_OBJECT
+    Q_PROPERTY(QString libraryExtension READ libraryExtension)
+    Q_PROPERTY(QString fileFilter READ fileFilter)
+
 public:
     using Speaker::Speaker;
+
+    //! The extension of the device model's library files, from its descriptor.
+    QString libraryExtension() const;
+    QString fileFilter() const;
+    bool isOn() const override { return false; }
+    void clickAction() override;
+
+protected:
+    virtual bool isFir() const { return false; }
 };
 
+//! Stores the channel's settings in a library file chosen in a save dialog.
 class SpeakerLibraryStoreButton : public Speaker<Button>
 {
     Q_OBJECT
+    Q_PROPERTY(QString libraryExtension READ libraryExtension)
+    Q_PROPERTY(QString fileFilter READ fileFilter)
+
 public:
     using Speaker::Speaker;
+
+    //! The extension of the device model's library files, from its descriptor.
+    QString libraryExtension() const;
+    QString fileFilter() const;
+    bool isOn() const override { return false; }
+    void clickAction() override;
+
+protected:
+    virtual bool isFir() const { return false; }
 };
 
 class SpeakerPortNameButton : public Speaker<Button>
@@ -319,18 +484,70 @@ public:
     using Button::Button;
 };
 
-class BlinkButton : public Button
+class BlinkButton;
+
+/*!
+    The one blink clock of all blink buttons, so that they blink together.
+    Runs only while some button blinks.
+*/
+class BlinkController : public QObject
 {
     Q_OBJECT
 public:
-    using Button::Button;
+    static BlinkController &instance();
+    static constexpr int interval = 500;
+
+    //! Whether blinking buttons show their on state now.
+    bool litPhase() const { return m_lit; }
+    QTimer *timer() { return &m_timer; }
+    int blinkingCount() const { return m_buttons.size(); }
+
+    void add(BlinkButton *button);
+    void remove(BlinkButton *button);
+
+public slots:
+    void toggle();
+
+private:
+    explicit BlinkController(QObject *parent);
+
+    QTimer m_timer;
+    QSet<BlinkButton *> m_buttons;
+    bool m_lit = true;
 };
 
+//! A button that blinks while on, with every other blink button.
+class BlinkButton : public Button
+{
+    Q_OBJECT
+    Q_PROPERTY(bool blinking READ isBlinking)
+
+public:
+    BlinkButton(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
+    ~BlinkButton() override;
+
+    bool isBlinking() const { return m_blinking; }
+
+protected:
+    int paintedState() const override;
+    void addressValueChanged(int index) override;
+    void addressRebound(int index) override;
+
+private:
+    void updateBlinking();
+
+    bool m_blinking = false;
+};
+
+//! Sets its parameters back to their defaults (request 3 on every address).
 class ResetButton : public Button
 {
     Q_OBJECT
 public:
     using Button::Button;
+
+    bool isOn() const override { return false; }
+    void clickAction() override;
 };
 
 class ProbeOnButton : public Button
@@ -424,11 +641,34 @@ public:
     using MatrixMixerButton::MatrixMixerButton;
 };
 
+/*!
+    A switch that enables the controls named by its "Target" tags (each the
+    name of a control on the same panel) while its parameter is on, and
+    disables them while it is off. Targets are left alone while the
+    parameter has no value.
+*/
 class ChangeEnableButton : public Button
 {
     Q_OBJECT
+    Q_PROPERTY(QString targets READ targetText)
+    CORVANE_TAG_TABLE
+
 public:
     using Button::Button;
+
+    QStringList targets() const { return m_targets; }
+    QString targetText() const { return m_targets.join(QLatin1Char(',')); }
+    //! Applies the parameter's state to the targets now.
+    void applyToTargets();
+
+    virtual bool readTarget(const QDomElement &e);
+
+protected:
+    void addressValueChanged(int index) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    QStringList m_targets;
 };
 
 class RejectFocusButton : public RejectFocus<Button>
@@ -438,18 +678,83 @@ public:
     using RejectFocus::RejectFocus;
 };
 
+/*!
+    Measures a tempo from taps (presses, or Return). Every tap after the
+    first sends the tempo of the last four intervals as a text ("120.0",
+    kind 1). A pause of 3.2 s starts a new measurement.
+*/
 class TapTempoButton : public Button
 {
     Q_OBJECT
+    Q_PROPERTY(int tapCount READ tapCount)
+    Q_PROPERTY(int bpm READ bpm)
+    Q_PROPERTY(QString intervals READ intervalText)
+
 public:
-    using Button::Button;
+    TapTempoButton(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
+
+    static constexpr int resetInterval = 3200;
+    static constexpr int keptIntervals = 4;
+
+    int tapCount() const { return m_tapCount; }
+    //! The tempo last sent, 0 before the first.
+    int bpm() const { return m_bpm; }
+    QList<int> intervalList() const { return m_intervals; }
+    QString intervalText() const;
+    QTimer *resetTimer() { return &m_timer; }
+
+    //! Lit while a measurement runs.
+    bool isOn() const override { return m_tapCount > 0; }
+    //! Taps act at the press; the release does nothing more.
+    void clickAction() override { }
+
+    //! The text sent for \a intervals: whole beats per minute of their mean, "%.1f".
+    static QString tempoText(const QList<int> &intervals, int *bpm = nullptr);
+
+public slots:
+    void tap();
+    //! Forgets the taps; the timer calls it after a pause.
+    void resetTaps();
+
+protected:
+    //! Milliseconds on a monotonic clock.
+    virtual qint64 now() const;
+
+    void mousePressEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
+
+private:
+    QElapsedTimer m_clock;
+    qint64 m_lastTap = 0;
+    QTimer m_timer;
+    QList<int> m_intervals;
+    int m_tapCount = 0;
+    int m_bpm = 0;
 };
 
+/*!
+    Hands "ReturnValue" (default 1) to the host's current target, and
+    closes the dialog it sits in with that result.
+*/
 class ReturnButton : public Button
 {
     Q_OBJECT
+    Q_PROPERTY(int returnValue READ returnValue WRITE setReturnValue)
+    CORVANE_TAG_TABLE
+
 public:
     using Button::Button;
+
+    int returnValue() const { return m_returnValue; }
+    void setReturnValue(int value) { m_returnValue = value; }
+    bool isOn() const override { return false; }
+    void clickAction() override;
+
+    virtual bool readReturnValue(const QDomElement &e);
+
+private:
+    int m_returnValue = 1;
 };
 
 class TmpLinkRegisterButton : public Button
