@@ -2,12 +2,9 @@
 
 #include <data/ParameterKeys.h>
 
-#include <QCache>
-#include <QFileInfo>
-#include <QImageReader>
 #include <QLinearGradient>
 #include <QPainter>
-#include <QSvgRenderer>
+#include <QPixmapCache>
 
 #include <cmath>
 #include <limits>
@@ -20,51 +17,6 @@ const QLatin1String onlineText("online");
 // The unlit part of the built-in bar: dark enough to read as off, visible on
 // a dark panel.
 constexpr qreal trackOpacity = 0.18;
-
-// Renderings shared by every meter, keyed by file, size and pixel ratio;
-// the cost is in kilobytes.
-QCache<QString, QImage> &imageCache()
-{
-    static QCache<QString, QImage> cache(16 * 1024);
-    return cache;
-}
-
-QString cacheKey(const QString &what, const QSize &size, qreal dpr)
-{
-    return QStringLiteral("%1|%2x%3@%4").arg(what).arg(size.width()).arg(size.height()).arg(dpr);
-}
-
-void insertIntoCache(const QString &key, const QImage &image)
-{
-    imageCache().insert(key, new QImage(image), qMax(1, int(image.sizeInBytes() / 1024)));
-}
-
-QImage loadImage(const QString &path, const QSize &pixels)
-{
-    const QFileInfo info(path);
-    if (!info.isFile())
-        return QImage();
-    const QString suffix = info.suffix().toLower();
-    if (suffix == QLatin1String("svg") || suffix == QLatin1String("svgz")) {
-        QSvgRenderer renderer(path);
-        if (!renderer.isValid())
-            return QImage();
-        QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        QPainter p(&image);
-        renderer.render(&p, QRectF(QPointF(0, 0), QSizeF(pixels)));
-        return image;
-    }
-    // Raster images are stretched the way a vector image would be.
-    QImageReader reader(path);
-    reader.setScaledSize(pixels);
-    QImage image = reader.read();
-    if (image.isNull())
-        return image;
-    if (image.size() != pixels)
-        image = image.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    return image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-}
 
 } // namespace
 
@@ -94,44 +46,15 @@ bool Meter::readImage(const QDomElement &e)
 
 void Meter::setImage(const QString &name)
 {
-    if (m_image == name)
+    if (!m_source.setName(name))
         return;
-    m_image = name;
     m_shownSize = QSize();
     update();
 }
 
 QString Meter::imagePath() const
 {
-    if (m_image.isEmpty())
-        return QString();
-    // Descriptions written on Windows may use backslashes.
-    QString name = m_image;
-    name.replace(QLatin1Char('\\'), QLatin1Char('/'));
-    const QString base = hostCore() ? hostCore()->imageBasePath() : QString();
-    if (base.isEmpty() || base.endsWith(QLatin1Char('/')) || base.endsWith(QLatin1Char('\\')))
-        return base + name;
-    return base + QLatin1Char('/') + name;
-}
-
-QImage Meter::renderedImage(const QString &path, const QSize &size, qreal devicePixelRatio)
-{
-    if (path.isEmpty() || size.isEmpty())
-        return QImage();
-    const QString key = cacheKey(path, size, devicePixelRatio);
-    if (const QImage *hit = imageCache().object(key))
-        return *hit;
-    QImage image = loadImage(path, size * devicePixelRatio);
-    if (image.isNull())
-        return image;
-    image.setDevicePixelRatio(devicePixelRatio);
-    insertIntoCache(key, image);
-    return image;
-}
-
-void Meter::clearImageCache()
-{
-    imageCache().clear();
+    return m_source.path(hostCore() ? hostCore()->imageBasePath() : QString());
 }
 
 QGradientStops Meter::fallbackStops() const
@@ -140,17 +63,18 @@ QGradientStops Meter::fallbackStops() const
             {1.0, QColor(232, 48, 32)}};
 }
 
-QImage Meter::fallbackImage(const QSize &size, qreal dpr) const
+QPixmap Meter::fallbackImage(const QSize &size, qreal dpr) const
 {
     const QGradientStops stops = fallbackStops();
-    QString what = litFromTop() ? QStringLiteral("#bar-down") : QStringLiteral("#bar-up");
+    const QSize pixels = (QSizeF(size) * dpr).toSize();
+    QString key = QStringLiteral("corvane:meter-bar:%1:%2x%3").arg(litFromTop() ? 'v' : '^').arg(pixels.width()).arg(pixels.height());
     for (const QGradientStop &s : stops)
-        what += QStringLiteral(":%1=%2").arg(s.first).arg(s.second.rgba(), 8, 16, QLatin1Char('0'));
-    const QString key = cacheKey(what, size, dpr);
-    if (const QImage *hit = imageCache().object(key))
-        return *hit;
+        key += QStringLiteral(":%1=%2").arg(s.first).arg(s.second.rgba(), 8, 16, QLatin1Char('0'));
+    QPixmap pixmap;
+    if (QPixmapCache::find(key, &pixmap))
+        return pixmap;
 
-    QImage image(size * dpr, QImage::Format_ARGB32_Premultiplied);
+    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(dpr);
     QPainter p(&image);
     const QRectF r(QPointF(0, 0), QSizeF(size));
@@ -159,16 +83,18 @@ QImage Meter::fallbackImage(const QSize &size, qreal dpr) const
     p.setCompositionMode(QPainter::CompositionMode_Source);
     p.fillRect(r, gradient);
     p.end();
-    insertIntoCache(key, image);
-    return image;
+    pixmap = QPixmap::fromImage(image);
+    pixmap.setDevicePixelRatio(dpr);
+    QPixmapCache::insert(key, pixmap);
+    return pixmap;
 }
 
-QImage Meter::meterImage() const
+QPixmap Meter::meterImage() const
 {
     const qreal dpr = devicePixelRatioF();
     if (m_shownSize != size() || m_shown.devicePixelRatio() != dpr) {
         m_shownSize = size();
-        m_shown = renderedImage(imagePath(), size(), dpr);
+        m_shown = ImageSource::render(imagePath(), size(), dpr);
         m_shownIsImage = !m_shown.isNull();
         if (!m_shownIsImage && !size().isEmpty())
             m_shown = fallbackImage(size(), dpr);
@@ -259,19 +185,19 @@ void Meter::paintEvent(QPaintEvent *)
 
 void Meter::paintMeter(QPainter &painter)
 {
-    const QImage image = meterImage();
+    const QPixmap image = meterImage();
     if (image.isNull())
         return;
     if (!m_shownIsImage) {
         painter.save();
         painter.setOpacity(trackOpacity);
-        painter.drawImage(QPoint(0, 0), image);
+        painter.drawPixmap(QPoint(0, 0), image);
         painter.restore();
     }
     if (m_level <= 0)
         return;
     painter.save();
     painter.setClipRect(litRect(m_level));
-    painter.drawImage(QPoint(0, 0), image);
+    painter.drawPixmap(QPoint(0, 0), image);
     painter.restore();
 }

@@ -1,10 +1,11 @@
 #ifndef CORVANE_CONTROLS_METER_METER_H
 #define CORVANE_CONTROLS_METER_METER_H
 
+#include "controls/common/ImageSource.h"
 #include "core/BaseWidget.h"
 
 #include <QGradientStops>
-#include <QImage>
+#include <QPixmap>
 
 /*!
     \class Meter
@@ -18,8 +19,8 @@
     to 0 at once.
 
     The image ("Image", relative to the host's image folder) is rendered at
-    the meter's size once and kept in a cache shared by every meter, so a
-    level change only changes the clip. Without a usable image the meter
+    the meter's size once and kept in the cache shared by every control, so
+    a level change only changes the clip. Without a usable image the meter
     draws a gradient bar of its own over a dimmed track.
 */
 class Meter : public BaseWidget
@@ -35,9 +36,9 @@ public:
     Meter(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
     ~Meter() override;
 
-    QString image() const { return m_image; }
+    QString image() const { return m_source.name(); }
     void setImage(const QString &name);
-    //! The image's file: the name joined to the host's image folder.
+    //! The file the image name resolves to; empty when there is none.
     QString imagePath() const;
     //! Whether the image was found and rendered; false while the meter falls back to its own bar.
     bool isImageLoaded() const;
@@ -53,11 +54,6 @@ public:
     static int pixelsOf(double v, int height);
 
     virtual bool readImage(const QDomElement &e);
-
-    //! The rendered image for \a path at \a size, from the cache; null when it cannot be loaded.
-    static QImage renderedImage(const QString &path, const QSize &size, qreal devicePixelRatio = 1.0);
-    //! Drops every cached rendering.
-    static void clearImageCache();
 
 signals:
     void levelChanged(int pixels);
@@ -75,7 +71,7 @@ protected:
     //! The rows lit by \a pixels.
     QRect litRect(int pixels) const;
     //! The image the meter shows at its current size: the loaded image or the fallback bar.
-    QImage meterImage() const;
+    QPixmap meterImage() const;
     //! Re-reads the level from the level address (0 while offline).
     void readLevel();
     //! Repaints the rows that differ between two lit heights.
@@ -90,11 +86,11 @@ protected:
     double m_levelPosition = 0.0;
 
 private:
-    QImage fallbackImage(const QSize &size, qreal dpr) const;
+    QPixmap fallbackImage(const QSize &size, qreal dpr) const;
 
-    QString m_image;
+    ImageSource m_source;
     qint16 m_level = 0;
-    mutable QImage m_shown;
+    mutable QPixmap m_shown;
     mutable QSize m_shownSize;
     mutable bool m_shownIsImage = false;
 };

@@ -99,12 +99,12 @@ void PeakMeter::paintMeter(QPainter &painter)
     Meter::paintMeter(painter);
     if (!m_peakShown || m_peak <= 0)
         return;
-    const QImage image = meterImage();
+    const QPixmap image = meterImage();
     if (image.isNull())
         return;
     painter.save();
     painter.setClipRect(peakRow(m_peak));
-    painter.drawImage(QPoint(0, 0), image);
+    painter.drawPixmap(QPoint(0, 0), image);
     painter.restore();
 }
 

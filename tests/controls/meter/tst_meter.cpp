@@ -506,19 +506,26 @@ void tst_Meter::imagePath_data()
 {
     QTest::addColumn<QString>("base");
     QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("file");
 
-    QTest::newRow("folder") << "/panels/img" << "meter.svg" << "/panels/img/meter.svg";
-    QTest::newRow("folder with slash") << "/panels/img/" << "meter.svg" << "/panels/img/meter.svg";
-    QTest::newRow("no folder") << "" << "meter.svg" << "meter.svg";
-    QTest::newRow("backslashes") << "/panels" << "img\\meter.svg" << "/panels/img/meter.svg";
+    QTest::newRow("in the image folder") << "images" << "bands.svg" << "bands.svg";
+    QTest::newRow("folder with a slash") << "images/" << "bands.svg" << "bands.svg";
+    QTest::newRow("backslashes") << "images" << "sub\\deep.svg" << "sub/deep.svg";
+    QTest::newRow("absolute") << "" << "images/bands.svg" << "bands.svg";
+    QTest::newRow("missing") << "images" << "nowhere.svg" << "";
 }
 
 void tst_Meter::imagePath()
 {
     QFETCH(QString, base);
     QFETCH(QString, name);
-    QFETCH(QString, path);
+    QFETCH(QString, file);
+
+    const QString root = images.path() + QLatin1Char('/');
+    QDir(images.path()).mkpath(QStringLiteral("sub"));
+    writeImage(QStringLiteral("sub/deep.svg"), twoBands);
+    base.replace(QLatin1String("images/"), root).replace(QLatin1String("images"), images.path());
+    name.replace(QLatin1String("images/"), root);
 
     Meter *m = meter(QStringLiteral("Meter"));
     host.imagePath = base;
@@ -527,7 +534,10 @@ void tst_Meter::imagePath()
     doc.setContent(QStringLiteral("<Widget><Image> %1 </Image></Widget>").arg(name));
     m->configure(doc.documentElement());
     QCOMPARE(m->image(), name);
-    QCOMPARE(m->imagePath(), path);
+    QCOMPARE(m->imagePath().isEmpty(), file.isEmpty());
+    if (!file.isEmpty())
+        QCOMPARE(QFileInfo(m->imagePath()).canonicalFilePath(), QFileInfo(root + file).canonicalFilePath());
+    QCOMPARE(m->isImageLoaded(), !file.isEmpty());
 }
 
 void tst_Meter::renderingIsShared()
@@ -536,7 +546,7 @@ void tst_Meter::renderingIsShared()
     auto *m = static_cast<ProbeMeter *>(meter(QStringLiteral("ProbeMeter"), 40,
                                               QStringLiteral("<Image>bands.svg</Image>")));
     const qint64 rendered = m->meterImage().cacheKey();
-    QCOMPARE(Meter::renderedImage(path, m->size()).cacheKey(), rendered);
+    QCOMPARE(ImageSource::render(path, m->size(), m->devicePixelRatioF()).cacheKey(), rendered);
 
     for (const char *v : {"0.1", "0.9", "0.4"})
         set(m, levelAddr, QLatin1String(v));
@@ -546,6 +556,13 @@ void tst_Meter::renderingIsShared()
     QVERIFY(m->setZoom(1.5f));
     QCOMPARE(m->meterImage().size(), QSize(15, 60));
     QVERIFY(m->meterImage().cacheKey() != rendered);
+
+    // Meters without an image share their bar as well.
+    Meter *plain = meter(QStringLiteral("ProbeMeter"));
+    const qint64 bar = static_cast<ProbeMeter *>(plain)->meterImage().cacheKey();
+    auto *other = new ProbeMeter(&host, &host.registry, host.window.get());
+    other->resize(plain->size());
+    QCOMPARE(other->meterImage().cacheKey(), bar);
 }
 
 void tst_Meter::border()
