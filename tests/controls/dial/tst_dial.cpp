@@ -1,0 +1,547 @@
+#include "controls/ControlTestHost.h"
+
+#include "controls/dial/Dial.h"
+#include "controls/dial/dial_variants.h"
+
+#include <QMenu>
+#include <QPainter>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <cmath>
+
+using Input::key;
+using Input::mouse;
+
+namespace {
+
+// One mouse event of a gesture: "p" press, "m" move, "r" release; then x, y, modifiers.
+struct Step
+{
+    char what;
+    int x;
+    int y;
+    Qt::KeyboardModifiers mods = Qt::NoModifier;
+};
+
+QString describe(const RecordingHost::Request &r)
+{
+    switch (r.kind) {
+    case 0:
+        return QStringLiteral("pos %1 %2").arg(r.arg("ui_prm_val"), r.arg("set_prm_type"));
+    case 1:
+        return QStringLiteral("text %1").arg(r.arg("ui_prm_str"));
+    case 2:
+        return QStringLiteral("step %1 %2").arg(r.arg("ui_prm_step"), r.arg("ui_prm_val"));
+    default:
+        return QStringLiteral("kind %1").arg(r.kind);
+    }
+}
+
+QImage render(QWidget *w)
+{
+    QImage image(w->size(), QImage::Format_ARGB32);
+    image.fill(Qt::black);
+    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    return image;
+}
+
+// Clockwise from 12 o'clock, in degrees.
+double clockAngle(const QPointF &d)
+{
+    return std::atan2(d.x(), -d.y()) * 180.0 / M_PI;
+}
+
+class PaintCounter : public QObject
+{
+public:
+    int paints = 0;
+    bool eventFilter(QObject *, QEvent *e) override
+    {
+        if (e->type() == QEvent::Paint)
+            ++paints;
+        return false;
+    }
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(QList<Step>)
+
+class tst_Dial : public QObject
+{
+    Q_OBJECT
+
+private:
+    ControlTestHost host;
+
+    Dial *dial(const QString &val = QStringLiteral("0.5"), const QString &extra = QString(),
+               const QString &type = QStringLiteral("Dial"), int side = 60)
+    {
+        host.window.reset();
+        host.requests.clear();
+        host.actions.clear();
+        host.parameters.clear();
+        host.setParameter(QStringLiteral("Ch1/Gain"), val, QStringLiteral("g"));
+        host.setParameter(QStringLiteral("Ch/Show"), QStringLiteral("0"), QStringLiteral("shown"));
+        const QString rect = QStringLiteral("<Rect x=\"10\" y=\"10\" width=\"%1\" height=\"%1\"/>").arg(side);
+        const QString own = QStringLiteral("<Address prmAddr=\"Ch1/Gain\"/>");
+        Dial *d = nullptr;
+        if (type == QLatin1String("ChannelSelectDial"))
+            d = host.make<ChannelSelectDial>(rect + "<Address prmAddr=\"Ch{ChNum}/Gain\"/><ChNum>1</ChNum>" + extra);
+        else if (type == QLatin1String("DelayMatrixDial"))
+            d = host.make<DelayMatrixDial>(rect + "<AddressForm prmAddr=\"Ch{x}/Gain\"/><XIndex>1</XIndex>" + extra);
+        else if (type == QLatin1String("TuningZoneDial"))
+            d = host.make<TuningZoneDial>(rect + "<Zone>z1</Zone>" + own + extra);
+        else if (type == QLatin1String("RejectFocusDial"))
+            d = host.make<RejectFocusDial>(rect + own + extra);
+        else if (type == QLatin1String("BeamConvertDial"))
+            d = host.make<BeamConvertDial>(rect + own + extra);
+        else
+            d = host.make<Dial>(rect + own + extra);
+        d->setFocus();
+        return d;
+    }
+
+    QStringList sent() const
+    {
+        QStringList out;
+        for (const auto &r : host.requests) {
+            out << describe(r);
+            if (r.index != 0 || r.address.value("prmAddr").toString() != QLatin1String("Ch1/Gain"))
+                out << QStringLiteral("wrong address");
+        }
+        return out;
+    }
+
+private slots:
+    void description_data();
+    void description();
+    void levelList();
+    void drag_data();
+    void drag();
+    void controlClicks();
+    void keys_data();
+    void keys();
+    void wheel_data();
+    void wheel();
+    void contextMenu_data();
+    void contextMenu();
+    void valueRepaintsOnlyWhenThePositionMoves();
+    void pointer_data();
+    void pointer();
+    void indicator_data();
+    void indicator();
+    void images();
+    void gates();
+};
+
+void tst_Dial::description_data()
+{
+    QTest::addColumn<QString>("xml");
+    QTest::addColumn<QString>("property");
+    QTest::addColumn<QVariant>("expected");
+
+    QTest::newRow("default index image") << "" << "indexImage" << QVariant("Widget/Dial/index.svg");
+    QTest::newRow("no knob image") << "" << "knobImage" << QVariant("");
+    QTest::newRow("no indicator") << "" << "indicatorShown" << QVariant(false);
+    QTest::newRow("indicator width 2") << "" << "indicatorWidth" << QVariant(2);
+    QTest::newRow("index image") << "<Image type=\"index\">a/ptr.svg</Image>" << "indexImage" << QVariant("a/ptr.svg");
+    QTest::newRow("knob image") << "<Image type=\"knob\">k.svg</Image>" << "knobImage" << QVariant("k.svg");
+    QTest::newRow("any other type is the knob") << "<Image type=\"base\">k.png</Image>" << "knobImage"
+                                                << QVariant("k.png");
+    QTest::newRow("untyped is the knob") << "<Image>k.png</Image>" << "knobImage" << QVariant("k.png");
+    QTest::newRow("colour") << "<Color>10,20,30,40</Color>" << "color" << QVariant(QColor(10, 20, 30, 40));
+    QTest::newRow("bad colour keeps the default") << "<Color>10,20</Color>" << "color" << QVariant(Dial::defaultColor);
+    QTest::newRow("round") << "<Round x=\"4\" y=\"5\" width=\"30\" height=\"31\"/>" << "faceRect"
+                           << QVariant(QRect(4, 5, 30, 31));
+    QTest::newRow("round is the knob") << "<Round x=\"4\" y=\"5\" width=\"30\" height=\"31\"/>" << "knobRect"
+                                       << QVariant(QRect(4, 5, 30, 31));
+    QTest::newRow("bare indicator shows") << "<Indicator/>" << "indicatorShown" << QVariant(true);
+    QTest::newRow("bare indicator rect follows the height") << "<Indicator/>" << "indicatorRect"
+                                                            << QVariant(QRect(1, 1, 58, 58));
+    const QString full = QStringLiteral("<Indicator><Color>1,2,3</Color><Start>150</Start><Width>5</Width>"
+                                        "<Rect x=\"2\" y=\"3\" width=\"40\" height=\"41\"/></Indicator>");
+    QTest::newRow("indicator colour") << full << "indicatorColor" << QVariant(QColor(1, 2, 3));
+    QTest::newRow("indicator start") << full << "indicatorStart" << QVariant(150);
+    QTest::newRow("indicator width") << full << "indicatorWidth" << QVariant(5);
+    QTest::newRow("indicator rect") << full << "indicatorRect" << QVariant(QRect(2, 3, 40, 41));
+    QTest::newRow("knob inside the arc") << "<Indicator><Width>4</Width></Indicator>" << "knobRect"
+                                         << QVariant(QRect(8, 8, 44, 44));
+}
+
+void tst_Dial::description()
+{
+    QFETCH(QString, xml);
+    QFETCH(QString, property);
+    QFETCH(QVariant, expected);
+
+    Dial *d = dial(QStringLiteral("0.5"), xml);
+    QCOMPARE(d->property(property.toLatin1().constData()), expected);
+    for (const char *tag : {"Image", "Color", "Round", "Indicator", "LevelList", "Rect", "Address"})
+        QVERIFY2(d->handledTags().contains(QLatin1String(tag)), tag);
+}
+
+void tst_Dial::levelList()
+{
+    Dial *d = dial(QStringLiteral("0.5"),
+                   QStringLiteral("<LevelList><Level text=\"Max\">10</Level><Level>skipped</Level>"
+                                  "<Level text=\"\">skipped too</Level><Level text=\"Off\">-inf</Level></LevelList>"));
+    QCOMPARE(d->levels(), (QStringList{"Max:10", "Off:-inf"}));
+    QDomDocument doc;
+    doc.setContent(QStringLiteral("<W><LevelList><Level text=\"Unity\">0</Level></LevelList></W>"));
+    d->configure(doc.documentElement());
+    QCOMPARE(d->levels(), QStringList{"Unity:0"});
+}
+
+void tst_Dial::drag_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("val");
+    QTest::addColumn<QList<Step>>("gesture");
+    QTest::addColumn<QStringList>("expected");
+
+    const Qt::KeyboardModifiers none = Qt::NoModifier;
+    QTest::newRow("click sends nothing") << "Dial" << "0.5" << QList<Step>{{'p', 30, 30}, {'r', 30, 30}}
+                                         << QStringList();
+    QTest::newRow("ten up") << "Dial" << "0.5" << QList<Step>{{'p', 30, 30}, {'m', 30, 20}, {'r', 30, 20}}
+                            << QStringList{"pos 0.533333 1", "pos 0.533333 0"};
+    QTest::newRow("back at the press height still sends")
+        << "Dial" << "0.5" << QList<Step>{{'p', 30, 30}, {'m', 30, 25}, {'m', 30, 30}, {'r', 30, 30}}
+        << QStringList{"pos 0.516667 1", "pos 0.5 1", "pos 0.5 0"};
+    QTest::newRow("only vertical movement counts")
+        << "Dial" << "0.5" << QList<Step>{{'p', 30, 30}, {'m', 90, 27}, {'r', -40, 27}}
+        << QStringList{"pos 0.51 1", "pos 0.51 0"};
+    QTest::newRow("400 up tops out") << "Dial" << "0.2" << QList<Step>{{'p', 30, 30}, {'m', 30, -370}, {'r', 30, -370}}
+                                     << QStringList{"pos 1 1", "pos 1 0"};
+    QTest::newRow("far down bottoms out") << "Dial" << "0.2"
+                                          << QList<Step>{{'p', 30, 30}, {'m', 30, 200}, {'r', 30, 201}}
+                                          << QStringList{"pos 0 1", "pos 0 0"};
+    QTest::newRow("start rounds to the scale") << "Dial" << "0.4983"
+                                               << QList<Step>{{'p', 30, 30}, {'m', 30, 29}}
+                                               << QStringList{"pos 0.5 1"};
+    QTest::newRow("not a number starts at 0") << "Dial" << "n/a" << QList<Step>{{'p', 30, 30}, {'m', 30, 27}}
+                                              << QStringList{"pos 0.01 1"};
+    QTest::newRow("alt-click asks for the default")
+        << "Dial" << "0.5" << QList<Step>{{'p', 30, 30, Qt::AltModifier}, {'m', 30, 10}, {'r', 30, 10}}
+        << QStringList{"kind 3"};
+    QTest::newRow("a modifier ends the drag")
+        << "Dial" << "0.5"
+        << QList<Step>{{'p', 30, 30}, {'m', 30, 29}, {'m', 30, 20, Qt::ShiftModifier}, {'m', 30, 10, none},
+                       {'r', 30, 10}}
+        << QStringList{"pos 0.503333 1"};
+    QTest::newRow("channel select") << "ChannelSelectDial" << "0.5"
+                                    << QList<Step>{{'p', 30, 30}, {'m', 30, 27}, {'r', 30, 27}}
+                                    << QStringList{"pos 0.51 1", "pos 0.51 0"};
+    QTest::newRow("matrix cell") << "DelayMatrixDial" << "0.5" << QList<Step>{{'p', 30, 30}, {'m', 30, 33}}
+                                 << QStringList{"pos 0.49 1"};
+    QTest::newRow("beam convert alt-click") << "BeamConvertDial" << "0.5"
+                                            << QList<Step>{{'p', 30, 30, Qt::AltModifier}} << QStringList{"kind 3"};
+}
+
+void tst_Dial::drag()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, val);
+    QFETCH(QList<Step>, gesture);
+    QFETCH(QStringList, expected);
+
+    Dial *d = dial(val, QString(), type);
+    for (const Step &s : gesture) {
+        const QEvent::Type t = s.what == 'p' ? QEvent::MouseButtonPress
+                               : s.what == 'm' ? QEvent::MouseMove : QEvent::MouseButtonRelease;
+        mouse(d, t, QPoint(s.x, s.y), Qt::LeftButton, s.mods);
+    }
+    QCOMPARE(sent(), expected);
+    if (gesture.last().what == 'r')
+        QVERIFY(!d->isDragging());
+}
+
+void tst_Dial::controlClicks()
+{
+    Dial *d = dial();
+    host.selections.clear();
+    mouse(d, QEvent::MouseButtonPress, QPoint(30, 30), Qt::LeftButton, Qt::ControlModifier);
+    mouse(d, QEvent::MouseMove, QPoint(30, 10));
+    mouse(d, QEvent::MouseButtonRelease, QPoint(30, 10), Qt::LeftButton, Qt::ControlModifier);
+    QVERIFY(host.requests.isEmpty());
+    QVERIFY(d->highlight());
+    QCOMPARE(host.selections.size(), 1);
+
+    mouse(d, QEvent::MouseButtonPress, QPoint(30, 30), Qt::LeftButton, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(host.requests.isEmpty());
+    QCOMPARE(host.actions.size(), 1);
+    QCOMPARE(host.actions.at(0).text, QStringLiteral("Add to Parameter Link Group"));
+
+    // The right button neither drags nor asks.
+    mouse(d, QEvent::MouseButtonPress, QPoint(30, 30), Qt::RightButton);
+    mouse(d, QEvent::MouseMove, QPoint(30, 10));
+    QVERIFY(!d->isDragging());
+    QVERIFY(host.requests.isEmpty());
+}
+
+void tst_Dial::keys_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("visible");
+    QTest::addColumn<QStringList>("expected");
+    QTest::addColumn<bool>("accepted");
+
+    QTest::newRow("up") << int(Qt::Key_Up) << true << QStringList{"step 1 0.25"} << true;
+    QTest::newRow("down") << int(Qt::Key_Down) << true << QStringList{"step -1 0.25"} << true;
+    QTest::newRow("return passes on") << int(Qt::Key_Return) << true << QStringList() << false;
+    QTest::newRow("escape passes on") << int(Qt::Key_Escape) << true << QStringList() << false;
+    QTest::newRow("right passes on") << int(Qt::Key_Right) << true << QStringList() << false;
+    QTest::newRow("hidden ignores up") << int(Qt::Key_Up) << false << QStringList() << false;
+}
+
+void tst_Dial::keys()
+{
+    QFETCH(int, key);
+    QFETCH(bool, visible);
+    QFETCH(QStringList, expected);
+    QFETCH(bool, accepted);
+
+    Dial *d = dial(QStringLiteral("0.25"));
+    d->setVisible(visible);
+    QKeyEvent e(QEvent::KeyPress, key, Qt::NoModifier);
+    QApplication::sendEvent(d, &e);
+    QCOMPARE(e.isAccepted(), accepted);
+    QCOMPARE(sent(), expected);
+}
+
+void tst_Dial::wheel_data()
+{
+    QTest::addColumn<QList<int>>("deltas");
+    QTest::addColumn<QStringList>("expected");
+
+    QTest::newRow("one notch up") << QList<int>{120} << QStringList{"step 1 0.5"};
+    QTest::newRow("two notches down at once") << QList<int>{-240} << QStringList{"step -1 0.5", "step -1 0.5"};
+    QTest::newRow("half notches add up") << QList<int>{60, 30, 30} << QStringList{"step 1 0.5"};
+    QTest::newRow("a half notch sends nothing") << QList<int>{60} << QStringList();
+}
+
+void tst_Dial::wheel()
+{
+    QFETCH(QList<int>, deltas);
+    QFETCH(QStringList, expected);
+
+    Dial *d = dial();
+    for (int delta : deltas) {
+        QWheelEvent e(QPointF(30, 30), QPointF(d->mapToGlobal(QPoint(30, 30))), QPoint(), QPoint(0, delta), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(d, &e);
+        QVERIFY(e.isAccepted());
+    }
+    QCOMPARE(sent(), expected);
+}
+
+void tst_Dial::contextMenu_data()
+{
+    QTest::addColumn<QString>("xml");
+    QTest::addColumn<bool>("bound");
+    QTest::addColumn<QStringList>("items");
+
+    const QString levels = QStringLiteral("<LevelList><Level text=\"Unity\">0dB</Level>"
+                                          "<Level text=\"Off\">-inf</Level></LevelList>");
+    const QStringList host{"Add to Parameter Set", "Add New Parameter Set", "Add to Remote Control List",
+                           "Add to Parameter Link Group", "Add New Group"};
+    QTest::newRow("host entries only") << QString() << true << host;
+    QTest::newRow("levels after a separator") << levels << true << (host + QStringList{"|", "Unity", "Off"});
+    QTest::newRow("no separator on an empty menu") << levels << false << QStringList{"Unity", "Off"};
+    QTest::newRow("no menu at all") << QString() << false << QStringList();
+}
+
+void tst_Dial::contextMenu()
+{
+    QFETCH(QString, xml);
+    QFETCH(bool, bound);
+    QFETCH(QStringList, items);
+
+    host.window.reset();
+    host.requests.clear();
+    host.actions.clear();
+    host.setParameter(QStringLiteral("Ch1/Gain"), QStringLiteral("0.5"), QStringLiteral("g"));
+    Dial *d = host.make<Dial>((bound ? QStringLiteral("<Address prmAddr=\"Ch1/Gain\"/>") : QString()) + xml);
+    std::unique_ptr<QMenu> menu(d->createContextMenu());
+    QStringList texts;
+    if (menu) {
+        for (QAction *a : menu->actions())
+            texts << (a->isSeparator() ? QStringLiteral("|") : a->text());
+    }
+    QCOMPARE(texts, items);
+    if (!menu)
+        return;
+
+    for (QAction *a : menu->actions()) {
+        if (a->text() == QLatin1String("Off"))
+            a->trigger();
+        if (a->text() == QLatin1String("Add New Group"))
+            a->trigger();
+    }
+    if (items.contains(QStringLiteral("Off"))) {
+        // Without an address there is nothing to send to.
+        QCOMPARE(sent(), bound ? QStringList{"text -inf"} : QStringList());
+    } else {
+        QVERIFY(host.requests.isEmpty());
+    }
+    QCOMPARE(host.actions.size(), bound ? 1 : 0);
+}
+
+void tst_Dial::valueRepaintsOnlyWhenThePositionMoves()
+{
+    Dial *d = dial(QStringLiteral("0.5"));
+    QVERIFY(QTest::qWaitForWindowExposed(d));
+    QTest::qWait(20);
+    PaintCounter counter;
+    d->installEventFilter(&counter);
+    const QVariantMap parameter{{"prmAddr", "Ch1/Gain"}, {"dev_uniq_id", "dev1"}};
+
+    host.setParameter(QStringLiteral("Ch1/Gain"), QStringLiteral("0.5"), QStringLiteral("another text"));
+    d->notifyValueChanged(parameter);
+    QTest::qWait(30);
+    QCOMPARE(counter.paints, 0);
+
+    host.setParameter(QStringLiteral("Ch1/Gain"), QStringLiteral("0.75"), QStringLiteral("more"));
+    d->notifyValueChanged(parameter);
+    QTRY_VERIFY(counter.paints > 0);
+    QCOMPARE(d->shownPosition(), 0.75);
+    QCOMPARE(d->angle(), 75.0);
+}
+
+void tst_Dial::pointer_data()
+{
+    QTest::addColumn<QString>("val");
+    QTest::addColumn<double>("angle");
+
+    QTest::newRow("minimum at 7 o'clock") << "0" << -150.0;
+    QTest::newRow("quarter") << "0.25" << -75.0;
+    QTest::newRow("half points up") << "0.5" << 0.0;
+    QTest::newRow("maximum at 5 o'clock") << "1" << 150.0;
+    QTest::newRow("above 1 stays at the maximum") << "1.7" << 150.0;
+    QTest::newRow("not a number is the minimum") << "-" << -150.0;
+}
+
+void tst_Dial::pointer()
+{
+    QFETCH(QString, val);
+    QFETCH(double, angle);
+
+    Dial *d = dial(val, QString(), QStringLiteral("Dial"), 100);
+    const QImage image = render(d);
+    const QPointF centre = QRectF(d->knobRect()).center();
+    // The pointer is the only near-white thing on the knob.
+    QPointF sum;
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor c = image.pixelColor(x, y);
+            if (c.red() > 225 && c.green() > 225 && c.blue() > 225) {
+                sum += QPointF(x + 0.5, y + 0.5) - centre;
+                ++n;
+            }
+        }
+    }
+    QVERIFY2(n > 20, qPrintable(QString::number(n)));
+    const double drawn = clockAngle(sum / n);
+    QVERIFY2(std::abs(drawn - angle) < 6, qPrintable(QStringLiteral("drawn at %1").arg(drawn)));
+}
+
+void tst_Dial::indicator_data()
+{
+    QTest::addColumn<int>("start");
+    QTest::addColumn<QString>("val");
+    QTest::addColumn<double>("from");
+    QTest::addColumn<double>("to");
+
+    QTest::newRow("from the minimum") << 0 << "0.5" << -150.0 << 0.0;
+    QTest::newRow("pan right") << 150 << "0.75" << 0.0 << 75.0;
+    QTest::newRow("pan left") << 150 << "0.25" << -75.0 << 0.0;
+    QTest::newRow("from the maximum, all the way") << 300 << "0" << -150.0 << 150.0;
+    QTest::newRow("nothing at the start") << 0 << "0" << 0.0 << 0.0;
+}
+
+void tst_Dial::indicator()
+{
+    QFETCH(int, start);
+    QFETCH(QString, val);
+    QFETCH(double, from);
+    QFETCH(double, to);
+
+    Dial *d = dial(val,
+                   QStringLiteral("<Indicator><Color>255,0,0</Color><Width>6</Width><Start>%1</Start></Indicator>")
+                       .arg(start),
+                   QStringLiteral("Dial"), 100);
+    const QImage image = render(d);
+    const QPointF centre = QRectF(d->indicatorRect()).center();
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor c = image.pixelColor(x, y);
+            if (c.red() < 220 || c.green() > 40 || c.blue() > 40)
+                continue;
+            ++n;
+            const double a = clockAngle(QPointF(x + 0.5, y + 0.5) - centre);
+            QVERIFY2(a > from - 4 && a < to + 4, qPrintable(QStringLiteral("red at %1,%2 (%3)").arg(x).arg(y).arg(a)));
+        }
+    }
+    // A 6-pixel line along a radius of about 46 pixels.
+    const double expected = (to - from) * M_PI / 180 * 46 * 6;
+    QVERIFY2(n >= expected * 0.6 && n <= expected * 1.4 + 6, qPrintable(QString::number(n)));
+}
+
+void tst_Dial::images()
+{
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    QFile knob(dir.filePath(QStringLiteral("knob.svg")));
+    QVERIFY(knob.open(QIODevice::WriteOnly));
+    knob.write("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 10 10\">"
+               "<rect width=\"10\" height=\"10\" fill=\"#00ff00\"/></svg>");
+    knob.close();
+    // A pointer of the image folder wins over the built-in one of the same name.
+    QVERIFY(QDir(dir.path()).mkpath(QStringLiteral("Widget/Dial")));
+    QFile index(dir.filePath(QStringLiteral("Widget/Dial/index.svg")));
+    QVERIFY(index.open(QIODevice::WriteOnly));
+    index.write("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 100 100\">"
+                "<rect x=\"45\" y=\"5\" width=\"10\" height=\"30\" fill=\"#0000ff\"/></svg>");
+    index.close();
+
+    host.imagePath = dir.path();
+    Dial *d = dial(QStringLiteral("0.5"), QStringLiteral("<Image type=\"knob\">knob.svg</Image>"),
+                   QStringLiteral("Dial"), 80);
+    QImage image = render(d);
+    const QRect k = d->knobRect();
+    QCOMPARE(image.pixelColor(k.center()), QColor(0, 255, 0));
+    QCOMPARE(image.pixelColor(k.center().x(), k.top() + k.height() / 5), QColor(0, 0, 255));
+
+    // Turned a quarter to the right, the pointer lies right of the centre.
+    host.setParameter(QStringLiteral("Ch1/Gain"), QStringLiteral("0.8"), QStringLiteral("g"));
+    d->notifyValueChanged({{"prmAddr", "Ch1/Gain"}, {"dev_uniq_id", "dev1"}});
+    image = render(d);
+    QCOMPARE(image.pixelColor(k.center().x() + k.width() * 3 / 10, k.center().y()), QColor(0, 0, 255));
+
+    // Without the folder the built-in pointer is drawn, on the knob image.
+    host.imagePath.clear();
+    d = dial(QStringLiteral("0.5"), QStringLiteral("<Image type=\"knob\">") + knob.fileName() + "</Image>",
+             QStringLiteral("Dial"), 80);
+    image = render(d);
+    const QColor tip = image.pixelColor(k.center().x(), k.top() + k.height() / 4);
+    QVERIFY2(tip.red() > 225 && tip.blue() > 225, qPrintable(tip.name()));
+}
+
+void tst_Dial::gates()
+{
+    RejectFocusDial *d = static_cast<RejectFocusDial *>(
+        dial(QStringLiteral("0.5"), QStringLiteral("<range>2</range><RejectValue>1</RejectValue>"),
+             QStringLiteral("RejectFocusDial")));
+    QCOMPARE(d->focusPolicy(), Qt::NoFocus);
+    QVERIFY(!d->isEnabled());
+    host.setParameter(QStringLiteral("Ch1/Gain"), QStringLiteral("0"), QStringLiteral("g"));
+    d->notifyValueChanged({{"prmAddr", "Ch1/Gain"}, {"dev_uniq_id", "dev1"}});
+    QVERIFY(d->isEnabled());
+    QCOMPARE(d->shownPosition(), 0.0);
+}
+
+QTEST_MAIN(tst_Dial)
+#include "tst_dial.moc"
