@@ -148,6 +148,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -176,6 +177,7 @@ private:
     bool m_readOnly = false;
 
     bool m_pressInside = true;
+    bool m_keyboardFocus = false;
 };
 
 #endif

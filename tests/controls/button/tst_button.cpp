@@ -170,6 +170,7 @@ private slots:
     void paintImages();
     void paintTextAndIcon();
     void imageCache();
+    void focusRing();
     void unchangedStateDoesNotRepaint();
     void selectValueTag_data();
     void selectValueTag();
@@ -547,6 +548,29 @@ void tst_Button::imageCache()
     b->setOffImage(QStringLiteral("missing.png"));
     QCOMPARE(render(b).pixelColor(b->width() / 4, b->height() / 4), Button::faceColor);
     host.imagePath.clear();
+}
+
+void tst_Button::focusRing()
+{
+    Button *b = button(QStringLiteral("0"), QStringLiteral("<Text>.</Text>"));
+    auto *other = new QWidget(host.window.get());
+    other->setGeometry(200, 10, 20, 20);
+    other->setFocusPolicy(Qt::StrongFocus);
+    other->show();
+    other->setFocus();
+    QVERIFY(!b->hasFocus());
+    const QImage unfocused = render(b);
+    const QRect edge(0, 2, b->width(), 1);
+
+    b->setFocus(Qt::MouseFocusReason);
+    QVERIFY(b->hasFocus());
+    QCOMPARE(render(b).copy(edge), unfocused.copy(edge));
+
+    other->setFocus();
+    b->setFocus(Qt::TabFocusReason);
+    QVERIFY(render(b).copy(edge) != unfocused.copy(edge));
+    other->setFocus();
+    QCOMPARE(render(b).copy(edge), unfocused.copy(edge));
 }
 
 void tst_Button::unchangedStateDoesNotRepaint()
