@@ -253,6 +253,8 @@ void Fader::setScaleKind(ScaleKind kind)
         return;
     m_scaleKind = qint16(kind);
     placeKnob();
+    // Level marks move with the law even where the knob does not.
+    update();
 }
 
 void Fader::setFillLevel(bool on)
