@@ -259,16 +259,7 @@ void NumberBox::wheelEvent(QWheelEvent *event)
     // Turning the wheel over an open editor must not throw the typed text away.
     if (!isEditable() || isEditing())
         return;
-    // High-resolution wheels deliver a notch in parts.
-    m_wheelRemainder += event->angleDelta().y();
-    while (m_wheelRemainder >= QWheelEvent::DefaultDeltasPerStep) {
-        m_wheelRemainder -= QWheelEvent::DefaultDeltasPerStep;
-        stepValue(1);
-    }
-    while (m_wheelRemainder <= -QWheelEvent::DefaultDeltasPerStep) {
-        m_wheelRemainder += QWheelEvent::DefaultDeltasPerStep;
-        stepValue(-1);
-    }
+    m_wheel.deliver(event, [this](int step) { stepValue(step); });
 }
 
 // ---------------------------------------------------------------------------

@@ -2,6 +2,7 @@
 #define CORVANE_CONTROLS_NUMBERBOX_NUMBERBOX_H
 
 #include "controls/numberbox/LineEdit.h"
+#include "controls/common/WheelSteps.h"
 #include "core/BaseWidget.h"
 
 #include <QColor>
@@ -128,7 +129,7 @@ private:
     bool m_dragging = false;
     Qt::Alignment m_alignment = Qt::AlignCenter;
     bool m_horizontalDrag = false;
-    int m_wheelRemainder = 0;
+    WheelSteps m_wheel;
 };
 
 #endif
