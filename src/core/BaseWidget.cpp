@@ -684,6 +684,18 @@ void BaseWidget::linkClick(QMouseEvent *event)
     }
 }
 
+bool BaseWidget::handOverModifierPress(QMouseEvent *event)
+{
+    const Qt::KeyboardModifiers mods = event->modifiers();
+    if (!(mods & Qt::ControlModifier))
+        return false;
+    if (mods & Qt::ShiftModifier)
+        linkClick(event);
+    else
+        controlClick(event);
+    return true;
+}
+
 bool BaseWidget::maybeStartParameterDrag(QMouseEvent *event)
 {
     if (!m_dragEnabled || event->modifiers() != Qt::ControlModifier || !(event->buttons() & Qt::LeftButton))
@@ -700,15 +712,8 @@ bool BaseWidget::maybeStartParameterDrag(QMouseEvent *event)
 
 void BaseWidget::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton) {
-        const Qt::KeyboardModifiers mods = event->modifiers();
-        if ((mods & Qt::ControlModifier) && (mods & Qt::ShiftModifier))
-            linkClick(event);
-        else if (mods & Qt::ControlModifier)
-            controlClick(event);
-        else
-            pressNotified(event);
-    }
+    if (event->button() == Qt::LeftButton && !handOverModifierPress(event))
+        pressNotified(event);
     QWidget::mousePressEvent(event);
 }
 

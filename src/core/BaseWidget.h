@@ -211,6 +211,8 @@ protected:
     virtual void pressNotified(QMouseEvent *event);
     virtual void controlClick(QMouseEvent *event);
     virtual void linkClick(QMouseEvent *event);
+    //! Hands a press with Control to the selection handling, with Control and Shift to the link handling; true when it did.
+    bool handOverModifierPress(QMouseEvent *event);
     //! With drag enabled and exactly Control held, starts a parameter drag once the mouse moved far enough.
     bool maybeStartParameterDrag(QMouseEvent *event);
 

@@ -281,13 +281,8 @@ void Button::mousePressEvent(QMouseEvent *event)
     if (!canOperate())
         return;
     const Qt::KeyboardModifiers mods = event->modifiers();
-    if (mods & Qt::ControlModifier) {
-        if (mods & Qt::ShiftModifier)
-            linkClick(event);
-        else
-            controlClick(event);
+    if (handOverModifierPress(event))
         return;
-    }
     pressNotified(event);
     if (!(mods & (Qt::ShiftModifier | Qt::AltModifier | Qt::MetaModifier))) {
         m_pressInside = true;

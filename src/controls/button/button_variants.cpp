@@ -121,7 +121,14 @@ QString libraryModel(const BaseWidget &w)
     return model;
 }
 
-QString libraryFilter(const QString &extension, bool fir)
+} // namespace
+
+QString Library::extension(const BaseWidget &control)
+{
+    return speakerLibraryExtension(libraryModel(control));
+}
+
+QString Library::filter(const QString &extension, bool fir)
 {
     const QString all = QCoreApplication::translate("Button", "All Files (*)");
     if (extension.isEmpty())
@@ -131,66 +138,10 @@ QString libraryFilter(const QString &extension, bool fir)
     return QStringLiteral("%1 (*.%2);;%3").arg(kind, extension, all);
 }
 
-} // namespace
-
-QString ChannelSelectLibraryRecallButton::libraryExtension() const
+QString Library::caption(Action action)
 {
-    return speakerLibraryExtension(libraryModel(*this));
-}
-
-QString ChannelSelectLibraryRecallButton::fileFilter() const
-{
-    return libraryFilter(libraryExtension(), isFir());
-}
-
-void ChannelSelectLibraryRecallButton::clickAction()
-{
-    sendChosenFile(FileDialog::Open, tr("Recall Library"), fileFilter(), libraryExtension());
-}
-
-QString ChannelSelectLibraryStoreButton::libraryExtension() const
-{
-    return speakerLibraryExtension(libraryModel(*this));
-}
-
-QString ChannelSelectLibraryStoreButton::fileFilter() const
-{
-    return libraryFilter(libraryExtension(), isFir());
-}
-
-void ChannelSelectLibraryStoreButton::clickAction()
-{
-    sendChosenFile(FileDialog::Save, tr("Store Library"), fileFilter(), libraryExtension());
-}
-
-QString SpeakerLibraryRecallButton::libraryExtension() const
-{
-    return speakerLibraryExtension(libraryModel(*this));
-}
-
-QString SpeakerLibraryRecallButton::fileFilter() const
-{
-    return libraryFilter(libraryExtension(), isFir());
-}
-
-void SpeakerLibraryRecallButton::clickAction()
-{
-    sendChosenFile(FileDialog::Open, tr("Recall Library"), fileFilter(), libraryExtension());
-}
-
-QString SpeakerLibraryStoreButton::libraryExtension() const
-{
-    return speakerLibraryExtension(libraryModel(*this));
-}
-
-QString SpeakerLibraryStoreButton::fileFilter() const
-{
-    return libraryFilter(libraryExtension(), isFir());
-}
-
-void SpeakerLibraryStoreButton::clickAction()
-{
-    sendChosenFile(FileDialog::Save, tr("Store Library"), fileFilter(), libraryExtension());
+    return action == Action::Store ? QCoreApplication::translate("Button", "Store Library")
+                                   : QCoreApplication::translate("Button", "Recall Library");
 }
 
 // ---------------------------------------------------------------------------

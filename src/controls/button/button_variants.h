@@ -145,24 +145,47 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+/*!
+    Store or recall of a library file: the dialog filters on the extension
+    the device model's descriptor gives, and the chosen path is sent as text.
+*/
+namespace Library {
+enum class Action { Recall, Store };
+//! The library-file extension of the control's device model, from its descriptor.
+QString extension(const BaseWidget &control);
+//! "Library Files (*.ext);;All Files (*)" (FIR library files for \a fir), or all files without an extension.
+QString filter(const QString &extension, bool fir);
+QString caption(Action action);
+} // namespace Library
+
+template <class Base, Library::Action action>
+class LibraryFile : public Base
+{
+public:
+    using Base::Base;
+
+    QString libraryExtension() const { return Library::extension(*this); }
+    QString fileFilter() const { return Library::filter(libraryExtension(), isFir()); }
+    bool isOn() const override { return false; }
+    void clickAction() override
+    {
+        this->sendChosenFile(action == Library::Action::Store ? Button::FileDialog::Save : Button::FileDialog::Open,
+                             Library::caption(action), fileFilter(), libraryExtension());
+    }
+
+protected:
+    virtual bool isFir() const { return false; }
+};
+
 //! Recalls a library file chosen in an open dialog into the channel.
-class ChannelSelectLibraryRecallButton : public ChannelSelect<Button>
+class ChannelSelectLibraryRecallButton : public LibraryFile<ChannelSelect<Button>, Library::Action::Recall>
 {
     Q_OBJECT
     Q_PROPERTY(QString libraryExtension READ libraryExtension)
     Q_PROPERTY(QString fileFilter READ fileFilter)
 
 public:
-    using ChannelSelect::ChannelSelect;
-
-    //! The extension of the device model's library files, from its descriptor.
-    QString libraryExtension() const;
-    QString fileFilter() const;
-    bool isOn() const override { return false; }
-    void clickAction() override;
-
-protected:
-    virtual bool isFir() const { return false; }
+    using LibraryFile::LibraryFile;
 };
 
 class ChannelSelectLibraryRecallButtonFIR : public ChannelSelectLibraryRecallButton
@@ -176,23 +199,14 @@ protected:
 };
 
 //! Stores the channel's settings in a library file chosen in a save dialog.
-class ChannelSelectLibraryStoreButton : public ChannelSelect<Button>
+class ChannelSelectLibraryStoreButton : public LibraryFile<ChannelSelect<Button>, Library::Action::Store>
 {
     Q_OBJECT
     Q_PROPERTY(QString libraryExtension READ libraryExtension)
     Q_PROPERTY(QString fileFilter READ fileFilter)
 
 public:
-    using ChannelSelect::ChannelSelect;
-
-    //! The extension of the device model's library files, from its descriptor.
-    QString libraryExtension() const;
-    QString fileFilter() const;
-    bool isOn() const override { return false; }
-    void clickAction() override;
-
-protected:
-    virtual bool isFir() const { return false; }
+    using LibraryFile::LibraryFile;
 };
 
 class ChannelSelectLibraryStoreButtonFIR : public ChannelSelectLibraryStoreButton
@@ -403,43 +417,25 @@ public:
 };
 
 //! Recalls a library file chosen in an open dialog into the channel.
-class SpeakerLibraryRecallButton : public Speaker<Button>
+class SpeakerLibraryRecallButton : public LibraryFile<Speaker<Button>, Library::Action::Recall>
 {
     Q_OBJECT
     Q_PROPERTY(QString libraryExtension READ libraryExtension)
     Q_PROPERTY(QString fileFilter READ fileFilter)
 
 public:
-    using Speaker::Speaker;
-
-    //! The extension of the device model's library files, from its descriptor.
-    QString libraryExtension() const;
-    QString fileFilter() const;
-    bool isOn() const override { return false; }
-    void clickAction() override;
-
-protected:
-    virtual bool isFir() const { return false; }
+    using LibraryFile::LibraryFile;
 };
 
 //! Stores the channel's settings in a library file chosen in a save dialog.
-class SpeakerLibraryStoreButton : public Speaker<Button>
+class SpeakerLibraryStoreButton : public LibraryFile<Speaker<Button>, Library::Action::Store>
 {
     Q_OBJECT
     Q_PROPERTY(QString libraryExtension READ libraryExtension)
     Q_PROPERTY(QString fileFilter READ fileFilter)
 
 public:
-    using Speaker::Speaker;
-
-    //! The extension of the device model's library files, from its descriptor.
-    QString libraryExtension() const;
-    QString fileFilter() const;
-    bool isOn() const override { return false; }
-    void clickAction() override;
-
-protected:
-    virtual bool isFir() const { return false; }
+    using LibraryFile::LibraryFile;
 };
 
 class SpeakerPortNameButton : public Speaker<Button>

@@ -276,14 +276,8 @@ void Dial::mousePressEvent(QMouseEvent *event)
         return;
     }
     const Qt::KeyboardModifiers mods = event->modifiers();
-    if ((mods & Qt::ControlModifier) && (mods & Qt::ShiftModifier)) {
-        linkClick(event);
+    if (handOverModifierPress(event))
         return;
-    }
-    if (mods & Qt::ControlModifier) {
-        controlClick(event);
-        return;
-    }
     pressNotified(event);
     if (mods & Qt::AltModifier) {
         requestDefault(0);

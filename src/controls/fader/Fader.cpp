@@ -468,14 +468,8 @@ void Fader::mousePressEvent(QMouseEvent *event)
         requestDefault(0);
         return;
     }
-    if ((mods & Qt::ControlModifier) && (mods & Qt::ShiftModifier)) {
-        linkClick(event);
+    if (handOverModifierPress(event))
         return;
-    }
-    if (mods & Qt::ControlModifier) {
-        controlClick(event);
-        return;
-    }
     pressNotified(event);
     const QRect knob = knobRect();
     if (!knob.contains(event->pos()))

@@ -213,14 +213,8 @@ void NumberBox::mousePressEvent(QMouseEvent *event)
         return;
     }
     const Qt::KeyboardModifiers mods = event->modifiers();
-    if ((mods & Qt::ControlModifier) && (mods & Qt::ShiftModifier)) {
-        linkClick(event);
+    if (handOverModifierPress(event))
         return;
-    }
-    if (mods & Qt::ControlModifier) {
-        controlClick(event);
-        return;
-    }
     pressNotified(event);
     if (!isEditable())
         return;
