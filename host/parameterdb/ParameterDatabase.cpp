@@ -241,6 +241,9 @@ bool ParameterDatabase::readParameter(const QVariantMap &address, QVariantMap &a
         }
         out.insert(Key::prmUnit, s->unit);
         out.insert(Key::prmType, ParameterDefinition::typeName(s->type));
+        // Lets a combo box list the choices without a list of its own.
+        if (s->type == ParameterDefinition::Options)
+            out.insert(Key::ui_prm_option, s->options.join(QLatin1Char('|')));
         if (it != m_states.cend()) {
             for (auto t = it->stored.cbegin(); t != it->stored.cend(); ++t)
                 out.insert(t.key(), t.value());

@@ -51,6 +51,8 @@ private slots:
     void convertDelay_data();
     void convertDelay();
     void queryAnswersEveryDeviceOfTheModel();
+    void optionListsAreReadWithTheValue_data();
+    void optionListsAreReadWithTheValue();
 };
 
 void tst_ParameterDB::requests_data()
@@ -312,6 +314,34 @@ void tst_ParameterDB::queryAnswersEveryDeviceOfTheModel()
     QVERIFY(answer.isEmpty());
     QCOMPARE(db.device("x").value("dev_model").toString(), QStringLiteral("Other"));
     QVERIFY(db.device("nobody").isEmpty());
+}
+
+void tst_ParameterDB::optionListsAreReadWithTheValue_data()
+{
+    QTest::addColumn<QString>("parameter");
+    QTest::addColumn<QString>("options");
+    QTest::newRow("options") << "type=\"options\" options=\"1:1|2:1|inf:1\"" << "1:1|2:1|inf:1";
+    QTest::newRow("on/off has none") << "type=\"onoff\"" << "";
+    QTest::newRow("state has none") << "type=\"state\" options=\"offline|online\"" << "";
+    QTest::newRow("linear has none") << "type=\"linear\" min=\"0\" max=\"1\"" << "";
+}
+
+void tst_ParameterDB::optionListsAreReadWithTheValue()
+{
+    QFETCH(QString, parameter);
+    QFETCH(QString, options);
+    ParameterDatabase db;
+    QStringList errors;
+    QVERIFY2(setUp(db, QStringLiteral("<Parameter address=\"P\" %1/>").arg(parameter), &errors), qPrintable(errors.join('\n')));
+    QVariantMap answer;
+    QVERIFY(db.readParameter(at("d", "P"), answer));
+    QCOMPARE(answer.contains("ui_prm_option"), !options.isEmpty());
+    QCOMPARE(answer.value("ui_prm_option").toString(), options);
+    // The list stays with the parameter whatever it is set to.
+    if (!options.isEmpty()) {
+        QVERIFY(db.request(at("d", "P"), 2, {{"ui_prm_step", "1"}, {"ui_prm_val", "0"}}));
+        QCOMPARE(read(db, "P", "ui_prm_option"), options);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_ParameterDB)
