@@ -4,11 +4,12 @@
 #include "core/AddressingMixins.h"
 #include "controls/combobox/ComboBox.h"
 
+//! Shows the parameter's option read only: no arrow, no list, no focus.
 class PrmViewComboBox : public ComboBox
 {
     Q_OBJECT
 public:
-    using ComboBox::ComboBox;
+    PrmViewComboBox(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
 };
 
 class KeyInMultiComboBox : public ComboBox
@@ -74,11 +75,31 @@ public:
     using ComboBox::ComboBox;
 };
 
+/*!
+    Offers the texts of "ValueTextList" (child elements, or one text split at
+    ",") for the positions 0 to 1 in even steps: the box shows the text of
+    the parameter's step, and choosing text i sends the position i / (n - 1).
+    Without a list it behaves as a plain combo box.
+*/
 class ValueTextComboBox : public ComboBox
 {
     Q_OBJECT
+    Q_PROPERTY(QStringList valueTextList READ valueTextList)
+    CORVANE_TAG_TABLE
+
 public:
     using ComboBox::ComboBox;
+
+    QStringList valueTextList() const { return m_valueTexts; }
+    virtual bool readValueTextList(const QDomElement &e);
+
+protected:
+    QVector<Option> parameterOptions() const override;
+    int indexOfCurrent(const QVector<Option> &options) const override;
+    bool sendOption(int index, const Option &option) override;
+
+private:
+    QStringList m_valueTexts;
 };
 
 class SDPlayComboBox : public ComboBox

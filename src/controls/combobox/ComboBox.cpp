@@ -1,0 +1,447 @@
+#include "ComboBox.h"
+
+#include "ComboBoxPopup.h"
+#include "data/ParameterKeys.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWheelEvent>
+
+const QColor ComboBox::defaultTextColor(230, 230, 230, 255);
+const QColor ComboBox::defaultBackgroundColor(52, 52, 52, 255);
+const QColor ComboBox::frameColor(96, 96, 96, 255);
+
+namespace {
+
+const QLatin1String addrTypeKey("AddrType");
+
+QStringList labelsOf(const QVector<ComboBox::Option> &options)
+{
+    QStringList labels;
+    labels.reserve(options.size());
+    for (const ComboBox::Option &o : options)
+        labels.append(o.label);
+    return labels;
+}
+
+QColor dimmed(QColor c, bool enabled)
+{
+    if (!enabled)
+        c.setAlpha(c.alpha() / 2);
+    return c;
+}
+
+} // namespace
+
+ComboBox::ComboBox(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
+    : BaseWidget(hostCore, registry, parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+ComboBox::~ComboBox() = default;
+
+const TagTable &ComboBox::tags()
+{
+    static const TagTable table = TagTable::of<ComboBox>(&BaseWidget::tags(), {
+        {"Items", &ComboBox::readItems},
+        {"ReadOnly", &ComboBox::readReadOnly},
+        {"TextColor", &ComboBox::readTextColor},
+        {"BackgroundColor", &ComboBox::readBackgroundColor},
+    });
+    return table;
+}
+
+// ---------------------------------------------------------------------------
+// Options and state
+
+QStringList ComboBox::options() const
+{
+    return labelsOf(m_options);
+}
+
+QStringList ComboBox::optionValues() const
+{
+    QStringList values;
+    for (const Option &o : m_options)
+        values.append(o.value);
+    return values;
+}
+
+QVector<ComboBox::Option> ComboBox::parameterOptions() const
+{
+    QVector<Option> options;
+    if (addressCount() == 0)
+        return options;
+    const QString list = addressAt(0).value().text(Key::ui_prm_option);
+    if (list.isEmpty())
+        return options;
+    for (const QString &text : list.split(QLatin1Char('|')))
+        options.append({text, text});
+    return options;
+}
+
+int ComboBox::indexOfCurrent(const QVector<Option> &options) const
+{
+    if (addressCount() == 0)
+        return -1;
+    const QString shown = displayText(0);
+    if (shown.isEmpty())
+        return -1;
+    // What the host shows is what it was sent, unless the description renamed it.
+    for (int i = 0; i < options.size(); ++i) {
+        if (options.at(i).value == shown)
+            return i;
+    }
+    for (int i = 0; i < options.size(); ++i) {
+        if (options.at(i).label == shown)
+            return i;
+    }
+    return -1;
+}
+
+void ComboBox::refresh()
+{
+    const QVector<Option> options = m_items.isEmpty() ? parameterOptions() : m_items;
+    const int current = indexOfCurrent(options);
+    const QString text = current >= 0 ? options.at(current).label : (addressCount() ? displayText(0) : QString());
+    const bool optionsChanged = options != m_options;
+    const bool indexChanged = current != m_currentIndex;
+    const bool textChanged = text != m_currentText;
+    if (!optionsChanged && !indexChanged && !textChanged)
+        return;
+    m_options = options;
+    m_currentIndex = current;
+    m_currentText = text;
+    if (m_popup && (optionsChanged || indexChanged)) {
+        if (m_options.isEmpty())
+            hidePopup();
+        else
+            m_popup->setItems(labelsOf(m_options), m_currentIndex);
+    }
+    if (textChanged) {
+        update();
+        emit currentTextChanged(m_currentText);
+    }
+}
+
+void ComboBox::setItems(const QVector<Option> &items)
+{
+    if (items == m_items)
+        return;
+    m_items = items;
+    refresh();
+}
+
+void ComboBox::addressValueChanged(int index)
+{
+    const QString type = addressAt(index).key(addrTypeKey);
+    if (!type.isEmpty()) {
+        typedAddressChanged(type, index);
+        return;
+    }
+    if (index == 0)
+        refresh();
+}
+
+// ---------------------------------------------------------------------------
+// Settings
+
+void ComboBox::setReadOnly(bool readOnly)
+{
+    if (m_readOnly == readOnly)
+        return;
+    m_readOnly = readOnly;
+    if (readOnly)
+        hidePopup();
+    update();
+}
+
+void ComboBox::setTextColor(const QColor &color)
+{
+    if (m_textColor == color)
+        return;
+    m_textColor = color;
+    update();
+}
+
+void ComboBox::setBackgroundColor(const QColor &color)
+{
+    if (m_backgroundColor == color)
+        return;
+    m_backgroundColor = color;
+    update();
+}
+
+void ComboBox::setMaxVisibleItems(int count)
+{
+    count = qMax(1, count);
+    if (m_maxVisibleItems == count)
+        return;
+    m_maxVisibleItems = count;
+    if (m_popup)
+        m_popup->setMaxVisibleRows(count);
+}
+
+bool ComboBox::readItems(const QDomElement &e)
+{
+    QVector<Option> items;
+    for (QDomElement c = e.firstChildElement(QStringLiteral("Item")); !c.isNull();
+         c = c.nextSiblingElement(QStringLiteral("Item"))) {
+        const QString label = c.text().trimmed();
+        items.append({label, c.hasAttribute(QStringLiteral("value")) ? c.attribute(QStringLiteral("value")) : label});
+    }
+    setItems(items);
+    return !items.isEmpty();
+}
+
+bool ComboBox::readReadOnly(const QDomElement &e)
+{
+    setReadOnly(isTrueIgnoringCase(e));
+    return true;
+}
+
+bool ComboBox::readTextColor(const QDomElement &e)
+{
+    const QColor color = parseColor(e.text());
+    if (!color.isValid())
+        return false;
+    setTextColor(color);
+    return true;
+}
+
+bool ComboBox::readBackgroundColor(const QDomElement &e)
+{
+    const QColor color = parseColor(e.text());
+    if (!color.isValid())
+        return false;
+    setBackgroundColor(color);
+    return true;
+}
+
+// ---------------------------------------------------------------------------
+// Popup and requests
+
+bool ComboBox::isPopupOpen() const
+{
+    return m_popup && m_popup->isVisible();
+}
+
+bool ComboBox::showPopup()
+{
+    if (!canOperate() || m_options.isEmpty())
+        return false;
+    if (isPopupOpen())
+        return true;
+    if (!m_popup) {
+        m_popup = new ComboBoxPopup(this);
+        connect(m_popup, &ComboBoxPopup::activated, this, [this](int row) {
+            emit activated(row);
+            choose(row);
+        });
+        connect(m_popup, &ComboBoxPopup::closed, this, &ComboBox::popupClosed);
+    }
+    m_popup->setFont(font());
+    m_popup->setMaxVisibleRows(m_maxVisibleItems);
+    m_popup->setItems(labelsOf(m_options), m_currentIndex);
+    m_popup->popup(QRect(mapToGlobal(QPoint(0, 0)), size()), width());
+    update();
+    emit popupOpenChanged(true);
+    return true;
+}
+
+void ComboBox::hidePopup()
+{
+    if (isPopupOpen())
+        m_popup->hide();
+}
+
+void ComboBox::popupClosed()
+{
+    update();
+    emit popupOpenChanged(false);
+}
+
+bool ComboBox::choose(int index)
+{
+    if (index < 0 || index >= m_options.size() || index == m_currentIndex)
+        return false;
+    return sendOption(index, m_options.at(index));
+}
+
+bool ComboBox::sendOption(int index, const Option &option)
+{
+    Q_UNUSED(index)
+    return requestText(option.value, 0);
+}
+
+void ComboBox::stepValue(int step)
+{
+    requestStep(step, 0);
+}
+
+// ---------------------------------------------------------------------------
+// Input
+
+void ComboBox::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) {
+        QWidget::mousePressEvent(event);
+        return;
+    }
+    const Qt::KeyboardModifiers mods = event->modifiers();
+    if (handOverModifierPress(event))
+        return;
+    pressNotified(event);
+    if (mods & (Qt::ShiftModifier | Qt::AltModifier | Qt::MetaModifier))
+        return;
+    if (isPopupOpen())
+        hidePopup();
+    else
+        showPopup();
+}
+
+void ComboBox::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton && (event->modifiers() & Qt::ControlModifier)) {
+        controlClick(event);
+        return;
+    }
+    QWidget::mouseReleaseEvent(event);
+}
+
+void ComboBox::keyPressEvent(QKeyEvent *event)
+{
+    // Hosts that send keys to the control rather than the popup still reach the list.
+    if (isPopupOpen()) {
+        QApplication::sendEvent(m_popup, event);
+        return;
+    }
+    if (!isVisible() || !canOperate()) {
+        BaseWidget::keyPressEvent(event);
+        return;
+    }
+    const bool alt = event->modifiers() & Qt::AltModifier;
+    switch (event->key()) {
+    case Qt::Key_Up:
+        if (!alt) {
+            stepValue(1);
+            return;
+        }
+        break;
+    case Qt::Key_Down:
+        if (alt)
+            showPopup();
+        else
+            stepValue(-1);
+        return;
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_F4:
+        if (!event->isAutoRepeat())
+            showPopup();
+        return;
+    default:
+        break;
+    }
+    BaseWidget::keyPressEvent(event);
+}
+
+void ComboBox::wheelEvent(QWheelEvent *event)
+{
+    if (!canOperate()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    m_wheel.deliver(event, [this](int step) { stepValue(step); });
+}
+
+void ComboBox::focusInEvent(QFocusEvent *event)
+{
+    const Qt::FocusReason reason = event->reason();
+    const bool keyboard = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason
+        || reason == Qt::ShortcutFocusReason;
+    // Coming back from the popup keeps whatever ring there was.
+    if (reason != Qt::PopupFocusReason && keyboard != m_keyboardFocus) {
+        m_keyboardFocus = keyboard;
+        update();
+    }
+    BaseWidget::focusInEvent(event);
+}
+
+void ComboBox::focusOutEvent(QFocusEvent *event)
+{
+    if (event->reason() != Qt::PopupFocusReason && m_keyboardFocus) {
+        m_keyboardFocus = false;
+        update();
+    }
+    BaseWidget::focusOutEvent(event);
+}
+
+void ComboBox::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::EnabledChange && !isEnabled())
+        hidePopup();
+    BaseWidget::changeEvent(event);
+}
+
+// ---------------------------------------------------------------------------
+// Painting
+
+QRect ComboBox::arrowRect() const
+{
+    if (m_readOnly)
+        return QRect();
+    const int w = qBound(8, int(16 * zoomFactor()), qMax(8, width() / 2));
+    return QRect(width() - w, 0, w, height());
+}
+
+void ComboBox::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const bool enabled = isEnabled();
+    const bool open = isPopupOpen();
+    const qreal radius = qMax<qreal>(2.0, 3.0 * zoomFactor());
+
+    QColor fill = open ? m_backgroundColor.darker(130) : m_backgroundColor;
+    painter.setPen(QPen(dimmed(open ? ComboBoxPopup::highlightColor : frameColor, enabled), 1));
+    painter.setBrush(dimmed(fill, enabled));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+
+    const QColor ink = dimmed(m_textColor, enabled);
+    const QRect arrow = arrowRect();
+    if (!arrow.isEmpty()) {
+        const qreal w = arrow.width() * 0.5;
+        const qreal h = w * 0.5;
+        const QPointF c = QRectF(arrow).center();
+        const QPointF points[3] = {QPointF(c.x() - w / 2, c.y() - h / 2), QPointF(c.x() + w / 2, c.y() - h / 2),
+                                   QPointF(c.x(), c.y() + h / 2)};
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(ink);
+        painter.drawPolygon(points, 3);
+    }
+
+    const int pad = qMax(2, int(4 * zoomFactor()));
+    const QRect textRect = rect().adjusted(pad, 0, arrow.isEmpty() ? -pad : -arrow.width(), 0);
+    if (!m_currentText.isEmpty() && textRect.width() > 0) {
+        painter.setPen(ink);
+        painter.setFont(font());
+        painter.drawText(textRect, Qt::AlignLeft | Qt::AlignVCenter,
+                         painter.fontMetrics().elidedText(m_currentText, Qt::ElideRight, textRect.width()));
+    }
+
+    if (m_keyboardFocus && hasFocus()) {
+        QColor ring = m_textColor;
+        ring.setAlpha(150);
+        painter.setPen(QPen(ring, 1, Qt::DotLine));
+        painter.setBrush(Qt::NoBrush);
+        const int inset = qMax(2, int(2 * zoomFactor()));
+        painter.drawRect(QRectF(rect()).adjusted(inset + 0.5, inset + 0.5, -inset - 0.5, -inset - 0.5));
+    }
+    paintBase(painter);
+}
