@@ -3,22 +3,11 @@
 
 #include "core/AddressingMixins.h"
 #include "controls/text/ValueTexts.h"
+#include "panels/DisablePanelContainer.h"
 #include "panels/PanelContainer.h"
 #include "panels/PanelStacker.h"
 
-class DisablePanelContainer : public ParameterText
-{
-    Q_OBJECT
-public:
-    using ParameterText::ParameterText;
-};
-
-class DisablePanelMulti : public DisablePanelContainer
-{
-    Q_OBJECT
-public:
-    using DisablePanelContainer::DisablePanelContainer;
-};
+class QScrollArea;
 
 class DragPanel : public PanelContainer
 {
@@ -111,11 +100,28 @@ public:
     using Speaker::Speaker;
 };
 
+/*!
+    \class ScrollPanel
+    \brief A panel container that scrolls its panel when the panel's design
+    size is larger than the container; a smaller panel is stretched to fill
+    it.
+*/
 class ScrollPanel : public PanelContainer
 {
     Q_OBJECT
 public:
     using PanelContainer::PanelContainer;
+
+    QScrollArea *scrollArea() const { return m_area; }
+    bool setZoom(float zoom) override;
+
+protected:
+    void installPanel(QWidget *panel) override;
+
+private:
+    void applyPanelSize(float zoom);
+
+    QScrollArea *m_area = nullptr;
 };
 
 class AutomixerGroupController : public PanelContainer

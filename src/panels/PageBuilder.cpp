@@ -1,0 +1,42 @@
+#include "PageBuilder.h"
+
+#include "core/BaseWidget.h"
+#include "plugin/PanelFactoryLoader.h"
+
+#include <corvane/IPanelFactory.h>
+
+namespace Panels {
+
+QVariantMap inheritedContext(const BaseWidget &owner)
+{
+    if (owner.addressCount() == 0)
+        return QVariantMap();
+    QVariantMap keys = owner.addressAt(0).keys();
+    static const char *const own[] = {"AddrType", "prmAddr", "ui_prm_val", "ui_prm_str", "ui_prm_def_val"};
+    for (const char *key : own)
+        keys.remove(QLatin1String(key));
+    return keys;
+}
+
+QWidget *buildPage(IPanelFactory *factory, const QDomElement &page, BaseWidget *owner, QWidget *parent,
+                   const QVariantMap &context)
+{
+    if (!factory || page.isNull())
+        return nullptr;
+    const QString file = page.attribute(QStringLiteral("file")).trimmed();
+    if (!file.isEmpty())
+        return factory->createPanelByName(file, parent, owner->hostCore(), owner->registry(), context);
+    const QDomElement panel = page.firstChildElement(QStringLiteral("Panel"));
+    return factory->createPanel(panel.isNull() ? page : panel, parent, owner->hostCore(), owner->registry(),
+                                context);
+}
+
+IPanelFactory *sharedPanelFactory()
+{
+    // The plug-in stays loaded for the life of the process; asking the
+    // loader again for every page would only repeat the search.
+    static IPanelFactory *const factory = loadPanelFactory();
+    return factory;
+}
+
+} // namespace Panels
