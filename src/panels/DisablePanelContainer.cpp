@@ -15,7 +15,7 @@ DisablePanelContainer::DisablePanelContainer(IHostCore *hostCore, ParameterManag
 
 DisablePanelContainer::~DisablePanelContainer()
 {
-    if (m_disabling)
+    if (m_disabling && qApp)
         qApp->removeEventFilter(this);
 }
 
