@@ -5,152 +5,33 @@
 #include "graphs/graph/Graph.h"
 #include "graphs/graph/GraphBack.h"
 #include "graphs/graph/GraphControlPoint.h"
+#include "graphs/graph/ParametricCurve.h"
 
-class ParametricEqualizerGraph : public Graph
-{
-    Q_OBJECT
-public:
-    using Graph::Graph;
-};
+/*!
+    \class GraphicEqualizerGraph
+    \brief The response of a graphic equaliser, filled, exaggerated 1.5-fold.
 
-class BrioParametricEqualizerGraph : public ParametricEqualizerGraph
-{
-    Q_OBJECT
-public:
-    using ParametricEqualizerGraph::ParametricEqualizerGraph;
-};
-
-class PeqGraphControlPoint : public GraphControlPoint
-{
-    Q_OBJECT
-public:
-    using GraphControlPoint::GraphControlPoint;
-};
-
-class HpfGraphControlPoint : public GraphControlPoint
-{
-    Q_OBJECT
-public:
-    using GraphControlPoint::GraphControlPoint;
-};
-
-class SpeakerProcessorGraph : public ParametricEqualizerGraph
-{
-    Q_OBJECT
-public:
-    using ParametricEqualizerGraph::ParametricEqualizerGraph;
-};
-
-class SpeakerProcessorPhaseGraph : public SpeakerProcessorGraph
-{
-    Q_OBJECT
-public:
-    using SpeakerProcessorGraph::SpeakerProcessorGraph;
-};
-
-class ProtectSpeakerProcessorGraph : public SpeakerProcessorGraph
-{
-    Q_OBJECT
-public:
-    using SpeakerProcessorGraph::SpeakerProcessorGraph;
-};
-
-class ProtectSpeakerProcessorPhaseGraph : public SpeakerProcessorPhaseGraph
-{
-    Q_OBJECT
-public:
-    using SpeakerProcessorPhaseGraph::SpeakerProcessorPhaseGraph;
-};
-
-class SpeakerProcessorGraphBack : public ParametricEqualizerGraphBack
-{
-    Q_OBJECT
-public:
-    using ParametricEqualizerGraphBack::ParametricEqualizerGraphBack;
-};
-
-class SpeakerProcessorPeqGraph : public SpeakerProcessorGraph
-{
-    Q_OBJECT
-public:
-    using SpeakerProcessorGraph::SpeakerProcessorGraph;
-};
-
-class SpeakerProcessorPeqGraphBack : public ParametricEqualizerGraphBack
-{
-    Q_OBJECT
-public:
-    using ParametricEqualizerGraphBack::ParametricEqualizerGraphBack;
-};
-
-class SpeakerProcessorPeqPhaseGraphBack : public ParametricEqualizerGraphBack
-{
-    Q_OBJECT
-public:
-    using ParametricEqualizerGraphBack::ParametricEqualizerGraphBack;
-};
-
-class SpeakerProcessorPeqPhaseGraph : public SpeakerProcessorPhaseGraph
-{
-    Q_OBJECT
-public:
-    using SpeakerProcessorPhaseGraph::SpeakerProcessorPhaseGraph;
-};
-
-class SpeakerProcessorPhaseGraphBack : public ParametricEqualizerGraphBack
-{
-    Q_OBJECT
-public:
-    using ParametricEqualizerGraphBack::ParametricEqualizerGraphBack;
-};
-
-class TuningZoneGraphControlPoint : public TuningZone<GraphControlPoint>
-{
-    Q_OBJECT
-public:
-    using TuningZone::TuningZone;
-};
-
-class SpeakerEditorGraph : public SpeakerProcessorGraph
-{
-    Q_OBJECT
-public:
-    using SpeakerProcessorGraph::SpeakerProcessorGraph;
-};
-
-class SpeakerEditorPhaseGraph : public SpeakerProcessorPhaseGraph
-{
-    Q_OBJECT
-public:
-    using SpeakerProcessorPhaseGraph::SpeakerProcessorPhaseGraph;
-};
-
-class SpeakerEditorPeqGraph : public SpeakerProcessorPeqGraph
-{
-    Q_OBJECT
-public:
-    using SpeakerProcessorPeqGraph::SpeakerProcessorPeqGraph;
-};
-
-class SpeakerEditorPeqPhaseGraph : public SpeakerProcessorPeqPhaseGraph
-{
-    Q_OBJECT
-public:
-    using SpeakerProcessorPeqPhaseGraph::SpeakerProcessorPeqPhaseGraph;
-};
-
-class SpeakerGraphControlPoint : public GraphControlPoint
-{
-    Q_OBJECT
-public:
-    using GraphControlPoint::GraphControlPoint;
-};
-
+    Centred on the mid line, or rising from the bottom while the host's
+    state (3, 1) is 3; address 1 is the parameter whose changes make the
+    graph ask again.
+*/
 class GraphicEqualizerGraph : public Graph
 {
     Q_OBJECT
+    Q_PROPERTY(bool bottomAnchored READ isBottomAnchored)
+
 public:
     using Graph::Graph;
+
+    bool isBottomAnchored() const { return m_bottomAnchored; }
+
+protected:
+    QPolygon scaled(const GraphCurves::FloatCurve &curve) const override;
+    void addressValueChanged(int index) override;
+    void paintCurve(QPainter &painter) override;
+
+private:
+    bool m_bottomAnchored = false;
 };
 
 class Halo3DGraph : public Graph
@@ -158,6 +39,324 @@ class Halo3DGraph : public Graph
     Q_OBJECT
 public:
     using Graph::Graph;
+};
+
+/*!
+    \class ParametricEqualizerGraph
+    \brief The filled response of a parametric equaliser from address 0.
+
+    Every value change reads the curve again. Online the curve is shown as
+    it is; otherwise the graph takes the path that adds a second curve,
+    which it has none of, and keeps what it showed.
+*/
+class ParametricEqualizerGraph : public ParametricCurve<BaseWidget>
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor LineColor READ lineColor WRITE setLineColor)
+    Q_PROPERTY(QColor FillColor READ fillColor WRITE setFillColor)
+    Q_PROPERTY(QString curve READ curveText)
+
+public:
+    using ParametricCurve::ParametricCurve;
+
+protected:
+    void addressValueChanged(int index) override;
+};
+
+/*!
+    \class BrioParametricEqualizerGraph
+    \brief A parametric equaliser graph that adds a second curve on request.
+
+    Address 0 is the own curve, 1 the second curve and 2 the sum switch
+    (on while its position is above 0).
+*/
+class BrioParametricEqualizerGraph : public ParametricCurve<BaseWidget>
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor LineColor READ lineColor WRITE setLineColor)
+    Q_PROPERTY(QColor FillColor READ fillColor WRITE setFillColor)
+    Q_PROPERTY(QString curve READ curveText)
+    Q_PROPERTY(bool sum READ isSumOn)
+
+public:
+    using ParametricCurve::ParametricCurve;
+
+    bool isSumOn() const { return m_sum; }
+
+protected:
+    bool sumsCurves() const override { return m_sum; }
+    void addressValueChanged(int index) override;
+
+private:
+    bool m_sum = false;
+};
+
+/*
+    The speaker-processor graphs: address 0 is the curve, an optional
+    address 1 a second curve added to it as the parametric graphs do while
+    the host is not online. Phase graphs draw the open trace, centred on the
+    mid line, broken where the phase wraps.
+*/
+template <class Base>
+class SpeakerResponse : public ParametricCurve<Base>
+{
+public:
+    using ParametricCurve<Base>::ParametricCurve;
+
+protected:
+    bool isOwn(int index) const
+    {
+        return index < this->addressCount() && this->addressAt(index).key(QStringLiteral("AddrType")).isEmpty();
+    }
+    bool sumsCurves() const override { return isOwn(1); }
+    void addressValueChanged(int index) override
+    {
+        if (!isOwn(index))
+            Base::addressValueChanged(index);
+        else if (index <= 1)
+            this->curveChanged(index, index == 1);
+        else
+            this->update();
+    }
+};
+
+//! The response of a speaker processor.
+class SpeakerProcessorGraph : public SpeakerResponse<BaseWidget>
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor LineColor READ lineColor WRITE setLineColor)
+    Q_PROPERTY(QColor FillColor READ fillColor WRITE setFillColor)
+    Q_PROPERTY(QString curve READ curveText)
+
+public:
+    using SpeakerResponse::SpeakerResponse;
+};
+
+//! The response of a speaker processor.
+class SpeakerProcessorPeqGraph : public SpeakerResponse<BaseWidget>
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor LineColor READ lineColor WRITE setLineColor)
+    Q_PROPERTY(QColor FillColor READ fillColor WRITE setFillColor)
+    Q_PROPERTY(QString curve READ curveText)
+
+public:
+    using SpeakerResponse::SpeakerResponse;
+};
+
+//! The phase response of a speaker processor.
+class SpeakerProcessorPhaseGraph : public SpeakerResponse<BaseWidget>
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor LineColor READ lineColor WRITE setLineColor)
+    Q_PROPERTY(QColor FillColor READ fillColor WRITE setFillColor)
+    Q_PROPERTY(QString curve READ curveText)
+
+public:
+    using SpeakerResponse::SpeakerResponse;
+
+protected:
+    bool isPhase() const override { return true; }
+};
+
+//! The phase response of a speaker processor.
+class SpeakerProcessorPeqPhaseGraph : public SpeakerResponse<BaseWidget>
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor LineColor READ lineColor WRITE setLineColor)
+    Q_PROPERTY(QColor FillColor READ fillColor WRITE setFillColor)
+    Q_PROPERTY(QString curve READ curveText)
+
+public:
+    using SpeakerResponse::SpeakerResponse;
+
+protected:
+    bool isPhase() const override { return true; }
+};
+
+//! The response of a speaker processor.
+class ProtectSpeakerProcessorGraph : public SpeakerResponse<BaseWidget>
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor LineColor READ lineColor WRITE setLineColor)
+    Q_PROPERTY(QColor FillColor READ fillColor WRITE setFillColor)
+    Q_PROPERTY(QString curve READ curveText)
+
+public:
+    using SpeakerResponse::SpeakerResponse;
+};
+
+//! The phase response of a speaker processor.
+class ProtectSpeakerProcessorPhaseGraph : public SpeakerResponse<BaseWidget>
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor LineColor READ lineColor WRITE setLineColor)
+    Q_PROPERTY(QColor FillColor READ fillColor WRITE setFillColor)
+    Q_PROPERTY(QString curve READ curveText)
+
+public:
+    using SpeakerResponse::SpeakerResponse;
+
+protected:
+    bool isPhase() const override { return true; }
+};
+
+/*
+    The speaker-editor graphs show the curves of the loudspeaker connected to
+    a channel: "ModelToBaseAddressMap" (and "DEFAULT") choose the base
+    address from the connected model, which fills "{BaseAddress}" in the
+    curve addresses.
+*/
+//! The response of the connected loudspeaker.
+class SpeakerEditorGraph : public Speaker<SpeakerResponse<BaseWidget>>
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor LineColor READ lineColor WRITE setLineColor)
+    Q_PROPERTY(QColor FillColor READ fillColor WRITE setFillColor)
+    Q_PROPERTY(QString curve READ curveText)
+
+public:
+    using Speaker::Speaker;
+};
+
+//! The response of the connected loudspeaker.
+class SpeakerEditorPeqGraph : public Speaker<SpeakerResponse<BaseWidget>>
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor LineColor READ lineColor WRITE setLineColor)
+    Q_PROPERTY(QColor FillColor READ fillColor WRITE setFillColor)
+    Q_PROPERTY(QString curve READ curveText)
+
+public:
+    using Speaker::Speaker;
+};
+
+//! The phase response of the connected loudspeaker.
+class SpeakerEditorPhaseGraph : public Speaker<SpeakerResponse<BaseWidget>>
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor LineColor READ lineColor WRITE setLineColor)
+    Q_PROPERTY(QColor FillColor READ fillColor WRITE setFillColor)
+    Q_PROPERTY(QString curve READ curveText)
+
+public:
+    using Speaker::Speaker;
+
+protected:
+    bool isPhase() const override { return true; }
+};
+
+//! The phase response of the connected loudspeaker.
+class SpeakerEditorPeqPhaseGraph : public Speaker<SpeakerResponse<BaseWidget>>
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor LineColor READ lineColor WRITE setLineColor)
+    Q_PROPERTY(QColor FillColor READ fillColor WRITE setFillColor)
+    Q_PROPERTY(QString curve READ curveText)
+
+public:
+    using Speaker::Speaker;
+
+protected:
+    bool isPhase() const override { return true; }
+};
+
+class SpeakerProcessorGraphBack : public EqualizerGridBack<BaseWidget>
+{
+    Q_OBJECT
+public:
+    using EqualizerGridBack::EqualizerGridBack;
+};
+
+class SpeakerProcessorPeqGraphBack : public EqualizerGridBack<BaseWidget>
+{
+    Q_OBJECT
+public:
+    using EqualizerGridBack::EqualizerGridBack;
+};
+
+class SpeakerProcessorPhaseGraphBack : public EqualizerGridBack<BaseWidget>
+{
+    Q_OBJECT
+public:
+    using EqualizerGridBack::EqualizerGridBack;
+};
+
+class SpeakerProcessorPeqPhaseGraphBack : public EqualizerGridBack<BaseWidget>
+{
+    Q_OBJECT
+public:
+    using EqualizerGridBack::EqualizerGridBack;
+};
+
+/*!
+    \class PeqGraphControlPoint
+    \brief The handle of a parametric band; address 2 switches the band.
+
+    A band switched off stays draggable and is drawn hollow.
+*/
+class PeqGraphControlPoint : public GraphControlPoint
+{
+    Q_OBJECT
+    Q_PROPERTY(bool bandOn READ isBandOn)
+
+public:
+    using GraphControlPoint::GraphControlPoint;
+
+    bool isBandOn() const { return m_bandOn; }
+
+protected:
+    void addressValueChanged(int index) override;
+    void paintHandle(QPainter &painter) override;
+
+private:
+    bool m_bandOn = true;
+};
+
+/*!
+    \class HpfGraphControlPoint
+    \brief The handle of a high-pass filter, enabled while address 2 is non-zero.
+*/
+class HpfGraphControlPoint : public GraphControlPoint
+{
+    Q_OBJECT
+    Q_PROPERTY(bool filterEnabled READ isFilterEnabled)
+
+public:
+    using GraphControlPoint::GraphControlPoint;
+
+    bool isFilterEnabled() const { return m_filterEnabled; }
+
+protected:
+    void addressValueChanged(int index) override;
+
+private:
+    bool m_filterEnabled = true;
+};
+
+//! A handle on a tuning-zone panel: its addresses carry the zone.
+class TuningZoneGraphControlPoint : public TuningZone<GraphControlPoint>
+{
+    Q_OBJECT
+public:
+    using TuningZone::TuningZone;
+};
+
+//! A handle on a speaker-editor graph, addressed through the connected loudspeaker's model.
+class SpeakerGraphControlPoint : public Speaker<GraphHandle<BaseWidget>>
+{
+    Q_OBJECT
+    Q_PROPERTY(QRect ControlRect READ controlRect WRITE setControlRect)
+    Q_PROPERTY(QColor Color READ color WRITE setColor)
+    Q_PROPERTY(QString Direction READ direction WRITE setDirection)
+    Q_PROPERTY(QString Text READ text WRITE setText)
+    Q_PROPERTY(QString Value READ valueText WRITE setValueText)
+    Q_PROPERTY(QPoint point READ point)
+    Q_PROPERTY(int axisLock READ axisLock)
+    Q_PROPERTY(bool dragging READ isDragging)
+
+public:
+    using Speaker::Speaker;
 };
 
 #endif

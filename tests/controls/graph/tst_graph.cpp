@@ -1,0 +1,818 @@
+#include "controls/ControlTestHost.h"
+
+#include "graphs/graph/Graph.h"
+#include "graphs/graph/GraphBack.h"
+#include "graphs/graph/GraphControlPoint.h"
+#include "graphs/graph/graph_variants.h"
+
+#include <QPaintEvent>
+#include <QtTest>
+
+namespace {
+
+const QString curveAddr = QStringLiteral("Graph:EQ/Curve");
+const QString secondAddr = QStringLiteral("Graph:EQ/Curve2");
+const QString switchAddr = QStringLiteral("EQ/Sum");
+const QString pointAddr = QStringLiteral("EQ/Band1/Point");
+const QString bandAddr = QStringLiteral("EQ/Band1/Gain");
+const QString thirdAddr = QStringLiteral("EQ/Band1/On");
+
+// The recording host with a settable mode and state (3, 1).
+class GraphHost : public ControlTestHost
+{
+public:
+    int mode() const override { return hostMode; }
+    int state(int group, int item) const override
+    {
+        stateQueries.append({group, item});
+        return stateAnswer;
+    }
+
+    int hostMode = 1;
+    int stateAnswer = 0;
+    mutable QList<QPair<int, int>> stateQueries;
+};
+
+class PaintCounter : public QObject
+{
+public:
+    explicit PaintCounter(QWidget *w) { w->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *e) override
+    {
+        if (e->type() == QEvent::Paint)
+            ++paints;
+        return false;
+    }
+    int paints = 0;
+};
+
+QImage paint(QWidget *w)
+{
+    QImage image(w->size(), QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    w->render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
+    return image;
+}
+
+bool near(const QColor &a, const QColor &b)
+{
+    return qAbs(a.red() - b.red()) <= 2 && qAbs(a.green() - b.green()) <= 2 && qAbs(a.blue() - b.blue()) <= 2
+        && qAbs(a.alpha() - b.alpha()) <= 2;
+}
+
+QString rect(int w, int h)
+{
+    return QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"%1\" height=\"%2\"/>").arg(w).arg(h);
+}
+
+QString address(const QString &prmAddr)
+{
+    return QStringLiteral("<Address prmAddr=\"%1\"/>").arg(prmAddr);
+}
+
+QString points(const QPolygon &p)
+{
+    return GraphCurves::pointsText(p);
+}
+
+QString pointsOf(QWidget *w)
+{
+    if (auto *g = qobject_cast<Graph *>(w))
+        return points(g->points());
+    return w->property("curve").toString();
+}
+
+} // namespace
+
+class tst_Graph : public QObject
+{
+    Q_OBJECT
+
+private:
+    GraphHost host;
+
+    BaseWidget *make(const QString &type, const QString &xml)
+    {
+        if (type == QLatin1String("Graph"))
+            return host.make<Graph>(xml);
+        if (type == QLatin1String("GraphicEqualizerGraph"))
+            return host.make<GraphicEqualizerGraph>(xml);
+        if (type == QLatin1String("ParametricEqualizerGraph"))
+            return host.make<ParametricEqualizerGraph>(xml);
+        if (type == QLatin1String("BrioParametricEqualizerGraph"))
+            return host.make<BrioParametricEqualizerGraph>(xml);
+        if (type == QLatin1String("SpeakerProcessorGraph"))
+            return host.make<SpeakerProcessorGraph>(xml);
+        if (type == QLatin1String("SpeakerProcessorPhaseGraph"))
+            return host.make<SpeakerProcessorPhaseGraph>(xml);
+        qFatal("unknown graph type");
+        return nullptr;
+    }
+
+    void setValue(BaseWidget *w, const QString &prmAddr, const QString &val, const QString &str)
+    {
+        host.setParameter(prmAddr, val, str);
+        w->notifyValueChanged({{"prmAddr", prmAddr}, {"dev_uniq_id", "dev1"}});
+    }
+
+    // A handle over a 101 x 101 area at (0, 0) whose point is (50, 50).
+    template <class P = GraphControlPoint>
+    P *makePoint(const QString &extra = QString(), const QString &value = QStringLiteral("0:100/0:100/50:50"))
+    {
+        host.setParameter(pointAddr, QString(), value);
+        host.setParameter(bandAddr, QStringLiteral("0.5"), QStringLiteral("0 dB"));
+        host.setParameter(thirdAddr, QStringLiteral("1"), QStringLiteral("On"));
+        host.requests.clear();
+        host.selections.clear();
+        return host.make<P>(QStringLiteral("<ControlRect x=\"0\" y=\"0\" width=\"101\" height=\"101\"/>"
+                                           "<AddressList>%1%2%3</AddressList>")
+                                .arg(address(pointAddr), address(bandAddr), address(thirdAddr))
+                            + extra);
+    }
+
+    // Mouse at (x, y) in the handle's parent.
+    static void mouse(QWidget *p, QEvent::Type type, int x, int y, Qt::KeyboardModifiers mods = Qt::NoModifier)
+    {
+        Input::mouse(p, type, QPoint(x, y) - p->pos(), Qt::LeftButton, mods);
+    }
+
+private slots:
+    void init()
+    {
+        host.hostMode = 1;
+        host.stateAnswer = 0;
+        host.stateQueries.clear();
+        host.zoom = 1.0f;
+        host.parameters.clear();
+    }
+
+    void hierarchy_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("super");
+        const char *rows[][2] = {
+            {"Graph", "BaseWidget"},
+            {"ParametricEqualizerGraph", "BaseWidget"},
+            {"BrioParametricEqualizerGraph", "BaseWidget"},
+            {"GraphicEqualizerGraph", "Graph"},
+            {"ParametricEqualizerGraphBack", "BaseWidget"},
+            {"GraphControlPoint", "BaseWidget"},
+            {"PeqGraphControlPoint", "GraphControlPoint"},
+            {"HpfGraphControlPoint", "GraphControlPoint"},
+            {"TuningZoneGraphControlPoint", "GraphControlPoint"},
+            {"SpeakerGraphControlPoint", "BaseWidget"},
+            {"SpeakerProcessorGraph", "BaseWidget"},
+            {"SpeakerProcessorPeqPhaseGraph", "BaseWidget"},
+            {"ProtectSpeakerProcessorPhaseGraph", "BaseWidget"},
+            {"SpeakerEditorPeqGraph", "BaseWidget"},
+            {"SpeakerProcessorPhaseGraphBack", "BaseWidget"},
+        };
+        for (const auto &r : rows)
+            QTest::newRow(r[0]) << QString::fromLatin1(r[0]) << QString::fromLatin1(r[1]);
+    }
+
+    // Hosts and style sheets rely on the class chain the panel format documents.
+    void hierarchy()
+    {
+        QFETCH(QString, type);
+        QFETCH(QString, super);
+        std::unique_ptr<QWidget> w;
+        const QByteArray t = type.toLatin1();
+#define GRAPH_TYPE(T) \
+    if (t == #T)      \
+        w.reset(new T(&host, &host.registry, nullptr));
+        GRAPH_TYPE(Graph)
+        GRAPH_TYPE(ParametricEqualizerGraph)
+        GRAPH_TYPE(BrioParametricEqualizerGraph)
+        GRAPH_TYPE(GraphicEqualizerGraph)
+        GRAPH_TYPE(ParametricEqualizerGraphBack)
+        GRAPH_TYPE(GraphControlPoint)
+        GRAPH_TYPE(PeqGraphControlPoint)
+        GRAPH_TYPE(HpfGraphControlPoint)
+        GRAPH_TYPE(TuningZoneGraphControlPoint)
+        GRAPH_TYPE(SpeakerGraphControlPoint)
+        GRAPH_TYPE(SpeakerProcessorGraph)
+        GRAPH_TYPE(SpeakerProcessorPeqPhaseGraph)
+        GRAPH_TYPE(ProtectSpeakerProcessorPhaseGraph)
+        GRAPH_TYPE(SpeakerEditorPeqGraph)
+        GRAPH_TYPE(SpeakerProcessorPhaseGraphBack)
+#undef GRAPH_TYPE
+        QVERIFY(w);
+        QCOMPARE(QString::fromLatin1(w->metaObject()->className()), type);
+        QCOMPARE(QString::fromLatin1(w->metaObject()->superClass()->className()), super);
+    }
+
+    void descriptionTags()
+    {
+        auto *g = host.make<BrioParametricEqualizerGraph>(
+            rect(50, 50) + QStringLiteral("<LineColor>10,20,30,40</LineColor><FillColor>1,2,3</FillColor>"));
+        QCOMPARE(g->property("LineColor").value<QColor>(), QColor(10, 20, 30, 40));
+        QCOMPARE(g->property("FillColor").value<QColor>(), QColor(1, 2, 3, 255));
+        QVERIFY(g->handledTags().contains(QStringLiteral("LineColor")));
+
+        auto *p = host.make<GraphControlPoint>(QStringLiteral(
+            "<ControlRect x=\"5\" y=\"6\" width=\"70\" height=\"80\"/><Color>9,8,7,6</Color>"
+            "<Direction>Horizontal</Direction><Text>Band 1</Text><Value max=\"4\">2</Value>"));
+        QCOMPARE(p->property("ControlRect").toRect(), QRect(5, 6, 70, 80));
+        QCOMPARE(p->property("Color").value<QColor>(), QColor(9, 8, 7, 6));
+        QCOMPARE(p->property("Direction").toString(), QStringLiteral("Horizontal"));
+        QCOMPARE(p->property("Text").toString(), QStringLiteral("Band 1"));
+        QCOMPARE(p->toolTip(), QStringLiteral("Band 1"));
+        QCOMPARE(p->property("Value").toString(), QStringLiteral("2,4"));
+        QCOMPARE(p->cursor().shape(), Qt::SizeHorCursor);
+
+        auto *q = host.make<SpeakerGraphControlPoint>(QStringLiteral("<Value>3</Value>"));
+        QCOMPARE(q->property("Value").toString(), QStringLiteral("3,1"));
+        for (const char *tag : {"ControlRect", "Color", "Direction", "Text", "Value", "ModelToBaseAddressMap"})
+            QVERIFY2(q->handledTags().contains(QLatin1String(tag)), tag);
+    }
+
+    void scaling_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("graph ends") << "Graph" << QSize(101, 11) << "a:100/b:10/0:0/100:10/50:5"
+                                    << "0,10 100,0 50,5";
+        // 1 x 9 / 4 = 2.25 and 1 x 9 / 3 = 3.
+        QTest::newRow("graph truncates") << "Graph" << QSize(10, 10) << "0:4/0:3/1:1" << "2,6";
+        QTest::newRow("graph fractions") << "Graph" << QSize(10, 10) << "0:1/0:1/0.5:0.5" << "4,5";
+        QTest::newRow("graph no points") << "Graph" << QSize(10, 10) << "0:1/0:1" << "";
+        QTest::newRow("graph unreadable point") << "Graph" << QSize(10, 10) << "0:1/0:1/abc:def" << "0,9";
+        QTest::newRow("graph second section only") << "Graph" << QSize(11, 11) << "0:10:99/0:10/5:5:7" << "5,5";
+
+        // H 162: 80 x 161 / 160 = 80.5 -> 80; closing row 161 div 2 + 1.
+        QTest::newRow("peq rows") << "ParametricEqualizerGraph" << QSize(101, 162) << "0:100/0:160/0:80/100:160"
+                                  << "0,81 100,0 100,81 0,81";
+        QTest::newRow("peq two items") << "ParametricEqualizerGraph" << QSize(101, 162) << "0:100/0:160"
+                                       << "100,81 0,81";
+        // (15 x 10) div 100 = 1, plus a half, truncated: 1, where rounding gives 2.
+        QTest::newRow("peq half after division") << "ParametricEqualizerGraph" << QSize(11, 11)
+                                                 << "0:100/0:10/15:10/19:10" << "1,0 1,0 10,6 0,6";
+        // -150 div 100 = -1, and -1 + 0.5 truncates to 0; -250 div 100 = -2 gives -1.
+        QTest::newRow("peq negative quotient") << "ParametricEqualizerGraph" << QSize(11, 11)
+                                               << "0:100/0:10/-15:0/-25:0" << "0,10 -1,10 10,6 0,6";
+        QTest::newRow("peq integers only") << "ParametricEqualizerGraph" << QSize(11, 11) << "0:10/0:10/5.5:10"
+                                           << "0,0 10,6 0,6";
+
+        // 1.5 x 100 x 50 / 100 = 75, less 100 div 2 when centred.
+        QTest::newRow("geq centred") << "GraphicEqualizerGraph" << QSize(101, 100) << "0:100/0:100/50:50/100:0"
+                                     << "50,74 100,149 100,49 0,49";
+        QTest::newRow("speaker integer") << "SpeakerProcessorGraph" << QSize(11, 11) << "0:100/0:10/15:10"
+                                         << "1,0 10,6 0,6";
+    }
+
+    void scaling()
+    {
+        QFETCH(QString, type);
+        QFETCH(QSize, size);
+        QFETCH(QString, text);
+        QFETCH(QString, expected);
+        host.setParameter(curveAddr, QString(), text);
+        BaseWidget *w = make(type, rect(size.width(), size.height()) + address(curveAddr));
+        QCOMPARE(w->size(), size);
+        QCOMPARE(pointsOf(w), expected);
+    }
+
+    void rejectedTextKeepsCurve_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("text");
+        for (const char *type : {"Graph", "ParametricEqualizerGraph", "GraphicEqualizerGraph"}) {
+            QTest::addRow("%s empty", type) << type << "";
+            QTest::addRow("%s one item", type) << type << "0:10";
+            QTest::addRow("%s zero x range", type) << type << "0:0/0:10/1:1";
+            QTest::addRow("%s zero y range", type) << type << "0:10/0:0/1:1";
+            QTest::addRow("%s unreadable range", type) << type << "0:10/0:ten/1:1";
+            QTest::addRow("%s empty parts", type) << type << "//";
+        }
+        QTest::newRow("integer range of a fraction") << "ParametricEqualizerGraph" << "0:0.5/0:10/1:1";
+    }
+
+    void rejectedTextKeepsCurve()
+    {
+        QFETCH(QString, type);
+        QFETCH(QString, text);
+        host.setParameter(curveAddr, QString(), QStringLiteral("0:10/0:10/0:0/10:10"));
+        BaseWidget *w = make(type, rect(21, 21) + address(curveAddr));
+        const QString before = pointsOf(w);
+        QVERIFY(!before.isEmpty());
+        PaintCounter counter(w);
+        setValue(w, curveAddr, QString(), text);
+        QCOMPARE(pointsOf(w), before);
+        if (qobject_cast<Graph *>(w)) {
+            QApplication::processEvents();
+            QCOMPARE(counter.paints, 0);
+        }
+    }
+
+    void resizeRescales()
+    {
+        host.setParameter(curveAddr, QString(), QStringLiteral("0:10/0:10/10:0"));
+        auto *g = host.make<Graph>(rect(11, 11) + address(curveAddr));
+        QCOMPARE(points(g->points()), QStringLiteral("10,10"));
+        g->resize(21, 31);
+        QCOMPARE(points(g->points()), QStringLiteral("20,30"));
+        QVERIFY(g->setZoom(2.0f));
+        QCOMPARE(points(g->points()), QStringLiteral("21,21"));
+    }
+
+    void sum_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<bool>("switchOn");
+        QTest::addColumn<QString>("second");
+        QTest::addColumn<QString>("expected");
+
+        // H 162, mid 80. A: both points on row 81. B: rows 61 and 101.
+        const QString a = QStringLiteral("0,81 10,81 10,81 0,81");
+        const QString b = QStringLiteral("0:10/0:160/0:100/10:60");
+        QTest::newRow("sum") << 0 << true << b << "0,62 10,102 10,82 0,82";
+        QTest::newRow("online shows own") << 1 << true << b << a;
+        QTest::newRow("switch off shows own") << 0 << false << b << a;
+        // Different lengths leave S as the first curve made it (A, with the switch off).
+        QTest::newRow("lengths differ") << 0 << true << "0:10/0:160/0:100" << a;
+        // The first point's x differs (5 against 0): it keeps A's value.
+        QTest::newRow("x differs") << 0 << true << "0:10/0:160/5:100/10:60" << "0,81 10,102 10,82 0,82";
+    }
+
+    void sum()
+    {
+        QFETCH(int, mode);
+        QFETCH(bool, switchOn);
+        QFETCH(QString, second);
+        QFETCH(QString, expected);
+        host.hostMode = 0;
+        host.setParameter(curveAddr, QString(), QStringLiteral("0:10/0:160/0:80/10:80"));
+        host.setParameter(secondAddr, QString(), QString());
+        host.setParameter(switchAddr, QStringLiteral("0"), QStringLiteral("Off"));
+        auto *g = host.make<BrioParametricEqualizerGraph>(
+            rect(11, 162) + QStringLiteral("<AddressList>%1%2%3</AddressList>")
+                                .arg(address(curveAddr), address(secondAddr), address(switchAddr)));
+        QCOMPARE(g->property("curve").toString(), QStringLiteral("0,81 10,81 10,81 0,81"));
+        host.hostMode = mode;
+        setValue(g, switchAddr, switchOn ? QStringLiteral("1") : QStringLiteral("0"), QString());
+        QCOMPARE(g->isSumOn(), switchOn);
+        setValue(g, secondAddr, QString(), second);
+        QCOMPARE(g->property("curve").toString(), expected);
+        QCOMPARE(points(g->ownCurve()), QStringLiteral("0,81 10,81 10,81 0,81"));
+    }
+
+    // Without a second curve the plain graph shows its curve only online.
+    void plainGraphSumPath()
+    {
+        host.hostMode = 0;
+        host.setParameter(curveAddr, QString(), QStringLiteral("0:10/0:10/0:5"));
+        auto *g = host.make<ParametricEqualizerGraph>(rect(11, 11) + address(curveAddr));
+        QCOMPARE(points(g->ownCurve()), QStringLiteral("0,5 10,6 0,6"));
+        QCOMPARE(points(g->shownCurve()), QString());
+        host.hostMode = 1;
+        setValue(g, curveAddr, QString(), QStringLiteral("0:10/0:10/0:10"));
+        QCOMPARE(points(g->shownCurve()), QStringLiteral("0,0 10,6 0,6"));
+    }
+
+    void speakerGraphAddsSecondCurve()
+    {
+        host.hostMode = 0;
+        host.setParameter(curveAddr, QString(), QStringLiteral("0:10/0:10/0:5"));
+        host.setParameter(secondAddr, QString(), QStringLiteral("0:10/0:10/0:10"));
+        auto *one = host.make<SpeakerProcessorGraph>(rect(11, 11) + address(curveAddr));
+        QCOMPARE(one->property("curve").toString(), QStringLiteral("0,5 10,6 0,6"));
+        auto *two = host.make<SpeakerProcessorGraph>(
+            rect(11, 11) + QStringLiteral("<AddressList>%1%2</AddressList>").arg(address(curveAddr), address(secondAddr)));
+        QCOMPARE(two->property("curve").toString(), QStringLiteral("0,0 10,7 0,7"));
+    }
+
+    void brioRepaints_data()
+    {
+        QTest::addColumn<int>("index");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("curveChanges");
+        QTest::newRow("same polygon") << 0 << "0:20/0:10/0:5" << false;
+        QTest::newRow("new polygon") << 0 << "0:10/0:10/0:0" << true;
+        QTest::newRow("other index") << 3 << "x" << false;
+    }
+
+    void brioRepaints()
+    {
+        QFETCH(int, index);
+        QFETCH(QString, text);
+        QFETCH(bool, curveChanges);
+        const QString other = QStringLiteral("EQ/Other");
+        host.setParameter(curveAddr, QString(), QStringLiteral("0:10/0:10/0:5"));
+        auto *g = host.make<BrioParametricEqualizerGraph>(
+            rect(11, 11) + QStringLiteral("<AddressList>%1%2%3%4</AddressList>")
+                               .arg(address(curveAddr), address(secondAddr), address(switchAddr), address(other)));
+        const QString before = g->property("curve").toString();
+        QApplication::processEvents();
+        PaintCounter counter(g);
+        setValue(g, index == 0 ? curveAddr : other, QString(), text);
+        QApplication::processEvents();
+        QCOMPARE(counter.paints, 1);
+        QCOMPARE(g->property("curve").toString() != before, curveChanges);
+    }
+
+    void graphicEqualizerAnchor()
+    {
+        host.setParameter(curveAddr, QString(), QStringLiteral("0:100/0:100/50:50"));
+        host.setParameter(secondAddr, QStringLiteral("0"), QString());
+        auto *g = host.make<GraphicEqualizerGraph>(
+            rect(101, 100) + QStringLiteral("<AddressList>%1%2%3</AddressList>")
+                                 .arg(address(curveAddr), address(secondAddr), address(switchAddr)));
+        QCOMPARE(points(g->points()), QStringLiteral("50,74 100,49 0,49"));
+        host.stateQueries.clear();
+
+        // Other addresses are ignored: no query, no repaint.
+        QApplication::processEvents();
+        PaintCounter counter(g);
+        setValue(g, switchAddr, QStringLiteral("1"), QString());
+        QApplication::processEvents();
+        QCOMPARE(counter.paints, 0);
+        QVERIFY(host.stateQueries.isEmpty());
+
+        host.stateAnswer = 3;
+        setValue(g, secondAddr, QStringLiteral("1"), QString());
+        QCOMPARE(host.stateQueries, (QList<QPair<int, int>>{{3, 1}}));
+        QVERIFY(g->isBottomAnchored());
+        QCOMPARE(points(g->points()), QStringLiteral("50,24 100,0 0,0"));
+
+        host.stateAnswer = 2;
+        setValue(g, secondAddr, QStringLiteral("0"), QString());
+        QVERIFY(!g->isBottomAnchored());
+        QCOMPARE(points(g->points()), QStringLiteral("50,74 100,49 0,49"));
+    }
+
+    void paintGraph_data()
+    {
+        QTest::addColumn<bool>("enabled");
+        QTest::newRow("enabled") << true;
+        QTest::newRow("disabled") << false;
+    }
+
+    void paintGraph()
+    {
+        QFETCH(bool, enabled);
+        host.setParameter(curveAddr, QString(), QStringLiteral("0:20/0:20/0:10/20:10"));
+        auto *g = host.make<Graph>(rect(21, 21) + address(curveAddr) + QStringLiteral("<LineColor>255,0,0</LineColor>"));
+        g->setEnabled(enabled);
+        const QImage image = paint(g);
+        const QColor pen = enabled ? QColor(255, 0, 0) : QColor(153, 153, 153, 153);
+        QVERIFY(near(image.pixelColor(10, 10), pen));
+        QCOMPARE(image.pixelColor(10, 5).alpha(), 0);
+        QCOMPARE(image.pixelColor(10, 15).alpha(), 0);
+    }
+
+    void paintParametric_data()
+    {
+        QTest::addColumn<bool>("active");
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QColor>("line");
+        QTest::addColumn<QColor>("fill");
+        const QColor grey(153, 153, 153, 153);
+        QTest::newRow("active") << true << 1 << QColor(255, 0, 0) << QColor(0, 0, 255);
+        QTest::newRow("inactive") << false << 1 << grey << grey;
+        // Active off line, the plain graph shows S, which nothing filled.
+        QTest::newRow("active, design mode") << true << 0 << QColor(Qt::transparent) << QColor(Qt::transparent);
+        QTest::newRow("inactive, design mode") << false << 0 << grey << grey;
+    }
+
+    void paintParametric()
+    {
+        QFETCH(bool, active);
+        QFETCH(int, mode);
+        QFETCH(QColor, line);
+        QFETCH(QColor, fill);
+        host.hostMode = mode;
+        // A plateau on row 5 over a 21 x 21 graph closed on row 11.
+        host.setParameter(curveAddr, QString(), QStringLiteral("0:20/0:20/0:15/20:15"));
+        auto *g = host.make<ParametricEqualizerGraph>(
+            rect(21, 21) + address(curveAddr)
+            + QStringLiteral("<LineColor>255,0,0</LineColor><FillColor>0,0,255</FillColor>"));
+        g->setActive(active);
+        const QImage image = paint(g);
+        // The outline lies over the edge of the fill; a translucent pen shows both.
+        const QColor edge = image.pixelColor(10, 5);
+        QVERIFY(near(QColor(edge.red(), edge.green(), edge.blue(), line.alpha()), line));
+        QVERIFY(edge.alpha() >= line.alpha());
+        QVERIFY(near(image.pixelColor(10, 8), fill));
+        QCOMPARE(image.pixelColor(10, 2).alpha(), 0);
+        QCOMPARE(image.pixelColor(10, 15).alpha(), 0);
+    }
+
+    void paintGraphicEqualizer()
+    {
+        host.setParameter(curveAddr, QString(), QStringLiteral("0:20/0:30/0:29/20:29"));
+        auto *g = host.make<GraphicEqualizerGraph>(rect(21, 20) + address(curveAddr)
+                                                   + QStringLiteral("<LineColor>255,0,0</LineColor>"));
+        // 20 x 1.5 x 29 / 30 = 29, less 10: 19 rows up, the top row; closed along row 9.
+        const QImage image = paint(g);
+        QVERIFY(near(image.pixelColor(10, 0), QColor(255, 0, 0)));
+        QVERIFY(near(image.pixelColor(10, 5), QColor(0, 255, 0, 153)));
+        QCOMPARE(image.pixelColor(10, 15).alpha(), 0);
+    }
+
+    void paintPhaseBreaksAtWrap()
+    {
+        // Rows 1, 1, 19, 19: a jump of 18 rows on a 21-pixel graph is a wrap.
+        host.setParameter(curveAddr, QString(), QStringLiteral("0:20/0:20/0:19/10:19/11:1/20:1"));
+        auto *g = host.make<SpeakerProcessorPhaseGraph>(rect(21, 21) + address(curveAddr)
+                                                        + QStringLiteral("<LineColor>255,0,0</LineColor>"));
+        g->setActive(true);
+        const QImage image = paint(g);
+        QVERIFY(near(image.pixelColor(5, 1), QColor(255, 0, 0)));
+        QVERIFY(near(image.pixelColor(15, 19), QColor(255, 0, 0)));
+        for (int y = 3; y < 18; ++y) {
+            QCOMPARE(image.pixelColor(10, y).alpha(), 0);
+            QCOMPARE(image.pixelColor(11, y).alpha(), 0);
+        }
+    }
+
+    void grid_data()
+    {
+        QTest::addColumn<float>("zoom");
+        QTest::addColumn<QPoint>("at");
+        QTest::addColumn<int>("grey");
+        QTest::newRow("field") << 1.0f << QPoint(5, 5) << 0;
+        QTest::newRow("dark level") << 1.0f << QPoint(5, 13) << 51;
+        QTest::newRow("mid level") << 1.0f << QPoint(5, 27) << 102;
+        QTest::newRow("mid line") << 1.0f << QPoint(5, 81) << 179;
+        QTest::newRow("30 Hz") << 1.0f << QPoint(39, 5) << 51;
+        QTest::newRow("50 Hz") << 1.0f << QPoint(88, 5) << 102;
+        QTest::newRow("100 Hz") << 1.0f << QPoint(155, 5) << 179;
+        QTest::newRow("10 kHz") << 1.0f << QPoint(596, 100) << 179;
+        // Vertical groups are drawn after the horizontal ones.
+        QTest::newRow("30 Hz over the mid line") << 1.0f << QPoint(39, 81) << 51;
+        QTest::newRow("100 Hz over a dark level") << 1.0f << QPoint(155, 13) << 179;
+        QTest::newRow("zoomed mid line") << 2.0f << QPoint(5, 162) << 179;
+        // 13 x 1.5 = 19.5 and 155 x 1.5 = 232.5 are truncated.
+        QTest::newRow("truncated level") << 1.5f << QPoint(5, 19) << 51;
+        QTest::newRow("below truncated level") << 1.5f << QPoint(5, 20) << 0;
+        QTest::newRow("truncated 100 Hz") << 1.5f << QPoint(232, 5) << 179;
+    }
+
+    void grid()
+    {
+        QFETCH(float, zoom);
+        QFETCH(QPoint, at);
+        QFETCH(int, grey);
+        host.zoom = zoom;
+        auto *b = host.make<SpeakerProcessorPeqGraphBack>(rect(610, 170));
+        QCOMPARE(b->width(), int(610 * zoom));
+        const QImage image = paint(b);
+        QCOMPARE(image.pixelColor(at), QColor(grey, grey, grey));
+    }
+
+    void placement_data()
+    {
+        QTest::addColumn<float>("zoom");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QRect>("geometry");
+        // ControlRect (10, 20, 101, 51).
+        QTest::newRow("centre") << 1.0f << "0:100/0:50/50:25" << QRect(58, 43, 5, 5);
+        QTest::newRow("top right") << 1.0f << "0:100/0:50/100:50" << QRect(108, 18, 5, 5);
+        QTest::newRow("bottom left") << 1.0f << "0:100/0:50/0:0" << QRect(8, 68, 5, 5);
+        QTest::newRow("zoom 2") << 2.0f << "0:100/0:50/50:25" << QRect(117, 87, 10, 10);
+        QTest::newRow("zoom 1.5") << 1.5f << "0:100/0:50/50:25" << QRect(87, 65, 7, 7);
+        QTest::newRow("two items") << 1.0f << "0:100/0:50" << QRect(1, 2, 3, 4);
+        QTest::newRow("four items") << 1.0f << "0:100/0:50/1:1/2:2" << QRect(1, 2, 3, 4);
+        QTest::newRow("zero range") << 1.0f << "0:0/0:50/50:25" << QRect(1, 2, 3, 4);
+    }
+
+    void placement()
+    {
+        QFETCH(float, zoom);
+        QFETCH(QString, value);
+        QFETCH(QRect, geometry);
+        host.zoom = zoom;
+        host.setParameter(pointAddr, QString(), value);
+        auto *p = host.make<GraphControlPoint>(
+            QStringLiteral("<Rect x=\"1\" y=\"2\" width=\"3\" height=\"4\"/>"
+                           "<ControlRect x=\"10\" y=\"20\" width=\"101\" height=\"51\"/>")
+            + address(pointAddr));
+        if (zoom != 1.0f) // the host zooms after configuring
+            p->setZoom(zoom);
+        QCOMPARE(p->geometry(), geometry);
+    }
+
+    void dragSends_data()
+    {
+        QTest::addColumn<QPoint>("to");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("centre") << QPoint(50, 50) << "0.5:0.5";
+        QTest::newRow("corner") << QPoint(100, 0) << "1:1";
+        QTest::newRow("clamped") << QPoint(-20, 300) << "0:0";
+        QTest::newRow("quarters") << QPoint(25, 75) << "0.25:0.25";
+    }
+
+    void dragSends()
+    {
+        QFETCH(QPoint, to);
+        QFETCH(QString, text);
+        auto *p = makePoint();
+        QCOMPARE(p->geometry(), QRect(48, 48, 5, 5));
+        mouse(p, QEvent::MouseButtonPress, 50, 50);
+        QVERIFY(p->isDragging());
+        QVERIFY(host.requests.isEmpty());
+        mouse(p, QEvent::MouseMove, to.x(), to.y());
+        mouse(p, QEvent::MouseButtonRelease, to.x(), to.y());
+        QVERIFY(!p->isDragging());
+        QCOMPARE(host.requests.size(), 2);
+        for (int i = 0; i < 2; ++i) {
+            const RecordingHost::Request &r = host.requests.at(i);
+            QCOMPARE(r.index, 0);
+            QCOMPARE(r.kind, 1);
+            QCOMPARE(r.arg("ui_prm_str"), text);
+            QCOMPARE(r.arg("set_prm_type"), QString::number(1 - i));
+            QCOMPARE(r.arguments.size(), 2);
+        }
+    }
+
+    void shortestFormat()
+    {
+        auto *p = makePoint(QString(), QStringLiteral("0:3/0:3/0:3"));
+        p->setControlRect(QRect(0, 0, 4, 4));
+        mouse(p, QEvent::MouseButtonPress, 0, 0);
+        mouse(p, QEvent::MouseButtonRelease, 1, 2);
+        QCOMPARE(host.requests.last().arg("ui_prm_str"), QStringLiteral("0.3333333333333333:0.33333333333333337"));
+    }
+
+    void axisLock_data()
+    {
+        // Moves from a press at (50, 50): x, y and whether Shift is held;
+        // then the locks and the texts sent after each move.
+        QTest::addColumn<QList<QPoint>>("moves");
+        QTest::addColumn<QList<bool>>("shift");
+        QTest::addColumn<QList<int>>("locks");
+        QTest::addColumn<QStringList>("texts");
+        QTest::newRow("vertical first") << QList<QPoint>{{50, 60}, {70, 20}} << QList<bool>{true, true}
+                                        << QList<int>{2, 2} << QStringList{"0.5:0.4", "0.5:0.8"};
+        QTest::newRow("tiny sideways") << QList<QPoint>{{51, 90}, {51, 10}, {0, 0}} << QList<bool>{true, true, true}
+                                       << QList<int>{1, 1, 1} << QStringList{"0.51:0.5", "0.51:0.5", "0:0.5"};
+        QTest::newRow("still, then sideways") << QList<QPoint>{{50, 50}, {60, 50}} << QList<bool>{true, true}
+                                              << QList<int>{0, 1} << QStringList{"0.5:0.5", "0.6:0.5"};
+        QTest::newRow("vertical lock kept sideways")
+            << QList<QPoint>{{50, 60}, {90, 60}} << QList<bool>{true, true} << QList<int>{2, 2}
+            << QStringList{"0.5:0.4", "0.5:0.4"};
+        QTest::newRow("shift let go") << QList<QPoint>{{50, 60}, {70, 60}, {70, 20}}
+                                      << QList<bool>{true, false, true} << QList<int>{2, 0, 2}
+                                      << QStringList{"0.5:0.4", "0.7:0.4", "0.7:0.8"};
+        QTest::newRow("relock afresh") << QList<QPoint>{{50, 60}, {70, 60}, {80, 20}}
+                                       << QList<bool>{true, false, true} << QList<int>{2, 0, 1}
+                                       << QStringList{"0.5:0.4", "0.7:0.4", "0.8:0.4"};
+    }
+
+    void axisLock()
+    {
+        QFETCH(QList<QPoint>, moves);
+        QFETCH(QList<bool>, shift);
+        QFETCH(QList<int>, locks);
+        QFETCH(QStringList, texts);
+        auto *p = makePoint(QStringLiteral("<Direction>HorizontalVertical</Direction>"));
+        mouse(p, QEvent::MouseButtonPress, 50, 50);
+        for (int i = 0; i < moves.size(); ++i) {
+            mouse(p, QEvent::MouseMove, moves.at(i).x(), moves.at(i).y(), shift.at(i) ? Qt::ShiftModifier : Qt::NoModifier);
+            QCOMPARE(p->axisLock(), locks.at(i));
+            QCOMPARE(host.requests.last().arg("ui_prm_str"), texts.at(i));
+            const Qt::CursorShape cursor = locks.at(i) == 1 ? Qt::SizeHorCursor
+                : locks.at(i) == 2                          ? Qt::SizeVerCursor
+                                                            : Qt::SizeAllCursor;
+            if (!shift.at(i) || locks.at(i))
+                QCOMPARE(p->cursor().shape(), cursor);
+        }
+        QCOMPARE(host.requests.size(), moves.size());
+
+        // Released with Shift: the same pinning, then everything resets.
+        const QPoint last = moves.last();
+        mouse(p, QEvent::MouseButtonRelease, last.x() + 3, last.y() + 3, Qt::ShiftModifier);
+        const RecordingHost::Request &r = host.requests.last();
+        QCOMPARE(r.arg("set_prm_type"), QStringLiteral("0"));
+        if (locks.last() == 1)
+            QCOMPARE(r.arg("ui_prm_str").section(QLatin1Char(':'), 1), texts.last().section(QLatin1Char(':'), 1));
+        else if (locks.last() == 2)
+            QCOMPARE(r.arg("ui_prm_str").section(QLatin1Char(':'), 0, 0), texts.last().section(QLatin1Char(':'), 0, 0));
+        QCOMPARE(p->axisLock(), 0);
+        QVERIFY(!p->isDragging());
+        QCOMPARE(p->cursor().shape(), Qt::SizeAllCursor);
+    }
+
+    void direction_data()
+    {
+        QTest::addColumn<QString>("direction");
+        QTest::addColumn<int>("cursor");
+        QTest::newRow("horizontal") << "Horizontal" << int(Qt::SizeHorCursor);
+        QTest::newRow("vertical") << "OnlyVertical" << int(Qt::SizeVerCursor);
+        QTest::newRow("both") << "Vertical|Horizontal" << int(Qt::SizeAllCursor);
+        QTest::newRow("neither") << "Free" << int(Qt::ArrowCursor);
+        QTest::newRow("case matters") << "horizontal" << int(Qt::ArrowCursor);
+    }
+
+    void direction()
+    {
+        QFETCH(QString, direction);
+        QFETCH(int, cursor);
+        auto *p = makePoint();
+        p->setProperty("Direction", direction);
+        QCOMPARE(int(p->cursor().shape()), cursor);
+        // A plain move while dragging shows it again after a lock.
+        mouse(p, QEvent::MouseButtonPress, 50, 50);
+        mouse(p, QEvent::MouseMove, 60, 50, Qt::ShiftModifier);
+        QCOMPARE(p->cursor().shape(), Qt::SizeHorCursor);
+        mouse(p, QEvent::MouseMove, 60, 50);
+        QCOMPARE(int(p->cursor().shape()), cursor);
+    }
+
+    void pressSelects_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<int>("selected");
+        QTest::newRow("default") << "" << 0;
+        QTest::newRow("second") << "<Value max=\"3\">1</Value>" << 1;
+        QTest::newRow("outside the list") << "<Value>7</Value>" << -1;
+    }
+
+    void pressSelects()
+    {
+        QFETCH(QString, value);
+        QFETCH(int, selected);
+        auto *p = makePoint(value);
+        mouse(p, QEvent::MouseButtonPress, 50, 50);
+        QCOMPARE(host.selections.size(), selected < 0 ? 0 : 1);
+        QCOMPARE(p->currentAddressIndex(), qMax(0, selected));
+        mouse(p, QEvent::MouseButtonRelease, 50, 50);
+    }
+
+    void controlClickIsNoDrag()
+    {
+        auto *p = makePoint();
+        mouse(p, QEvent::MouseButtonPress, 50, 50, Qt::ControlModifier);
+        QVERIFY(!p->isDragging());
+        QVERIFY(p->highlight());
+        mouse(p, QEvent::MouseMove, 70, 70, Qt::ControlModifier);
+        mouse(p, QEvent::MouseButtonRelease, 70, 70, Qt::ControlModifier);
+        QVERIFY(host.requests.isEmpty());
+    }
+
+    void valueMovesHandle()
+    {
+        auto *p = makePoint();
+        QApplication::processEvents();
+        PaintCounter counter(p);
+        setValue(p, pointAddr, QString(), QStringLiteral("0:100/0:100/100:0"));
+        QCOMPARE(p->point(), QPoint(100, 100));
+        QCOMPARE(p->geometry(), QRect(98, 98, 5, 5));
+        QApplication::processEvents();
+        QCOMPARE(counter.paints, 1);
+        // The same point in other units changes nothing.
+        setValue(p, pointAddr, QString(), QStringLiteral("0:10/0:10/10:0"));
+        QApplication::processEvents();
+        QCOMPARE(counter.paints, 1);
+    }
+
+    void peqBand()
+    {
+        auto *p = makePoint<PeqGraphControlPoint>(QStringLiteral("<Color>255,0,0</Color>"));
+        QVERIFY(p->isBandOn());
+        QVERIFY(near(paint(p).pixelColor(2, 2), QColor(255, 0, 0)));
+        setValue(p, thirdAddr, QStringLiteral("0"), QStringLiteral("Off"));
+        QVERIFY(!p->isBandOn());
+        const QImage hollow = paint(p);
+        QVERIFY(near(hollow.pixelColor(0, 0), QColor(255, 0, 0)));
+        QCOMPARE(hollow.pixelColor(2, 2).alpha(), 0);
+        // Still draggable.
+        mouse(p, QEvent::MouseButtonPress, 50, 50);
+        mouse(p, QEvent::MouseButtonRelease, 60, 50);
+        QCOMPARE(host.requests.size(), 1);
+    }
+
+    void hpfEnabled()
+    {
+        auto *p = makePoint<HpfGraphControlPoint>(QStringLiteral("<Color>255,0,0</Color>"));
+        QVERIFY(p->isEnabled());
+        setValue(p, thirdAddr, QStringLiteral("0"), QStringLiteral("Off"));
+        QVERIFY(!p->isFilterEnabled());
+        QVERIFY(!p->isEnabled());
+        QVERIFY(near(paint(p).pixelColor(2, 2), QColor(153, 153, 153, 153)));
+        QTest::mouseClick(p, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+        QVERIFY(host.requests.isEmpty());
+        setValue(p, thirdAddr, QStringLiteral("1"), QStringLiteral("On"));
+        QVERIFY(p->isEnabled());
+        // Index 1 does not touch the flag.
+        setValue(p, bandAddr, QStringLiteral("0"), QStringLiteral("-inf"));
+        QVERIFY(p->isEnabled());
+    }
+
+    void noAddressSendsNothing()
+    {
+        auto *p = host.make<GraphControlPoint>(QStringLiteral("<ControlRect x=\"0\" y=\"0\" width=\"101\" height=\"101\"/>"));
+        host.requests.clear();
+        Input::mouse(p, QEvent::MouseButtonPress, QPoint(2, 2));
+        Input::mouse(p, QEvent::MouseMove, QPoint(20, 2));
+        Input::mouse(p, QEvent::MouseButtonRelease, QPoint(20, 2));
+        QVERIFY(host.requests.isEmpty());
+    }
+};
+
+QTEST_MAIN(tst_Graph)
+#include "tst_graph.moc"
