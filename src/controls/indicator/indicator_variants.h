@@ -4,11 +4,15 @@
 #include "core/AddressingMixins.h"
 #include "controls/indicator/Indicator.h"
 
+//! Lit while any of its addresses is on: one lamp for a pair of redundant links or supplies.
 class RedundantIndicator : public Indicator
 {
     Q_OBJECT
 public:
     using Indicator::Indicator;
+
+protected:
+    bool computeOn() const override;
 };
 
 class ChannelSelectIndicator : public ChannelSelect<Indicator>
@@ -32,18 +36,26 @@ public:
     using BandSharing::BandSharing;
 };
 
+//! Lit while any of its addresses in the zone is on.
 class TuningZoneOrIndicator : public TuningZoneIndicator
 {
     Q_OBJECT
 public:
     using TuningZoneIndicator::TuningZoneIndicator;
+
+protected:
+    bool computeOn() const override;
 };
 
+//! Lit while exactly one of its addresses in the zone is on.
 class TuningZoneXorIndicator : public TuningZoneIndicator
 {
     Q_OBJECT
 public:
     using TuningZoneIndicator::TuningZoneIndicator;
+
+protected:
+    bool computeOn() const override;
 };
 
 class SpeakerIndicator : public Speaker<Indicator>
@@ -53,13 +65,26 @@ public:
     using Speaker::Speaker;
 };
 
+/*!
+    Shows the parameter's display text, the channel number, on the lamp;
+    "Text" with "%1" frames it ("Ch %1"). Lit while the parameter is on.
+*/
 class ChannelNumberIndicator : public Indicator
 {
     Q_OBJECT
 public:
     using Indicator::Indicator;
+
+    QString shownText() const override;
+
+protected:
+    void addressValueChanged(int index) override;
+
+private:
+    QString m_shownText;
 };
 
+// Device state lamps: the plain lamp on their state parameter.
 class LockIndicator : public Indicator
 {
     Q_OBJECT
