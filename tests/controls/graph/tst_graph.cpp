@@ -4,6 +4,7 @@
 #include "graphs/graph/GraphBack.h"
 #include "graphs/graph/GraphControlPoint.h"
 #include "graphs/graph/graph_variants.h"
+#include "plugin/WidgetFactory.h"
 
 #include <QPaintEvent>
 #include <QtTest>
@@ -146,60 +147,28 @@ private slots:
         host.parameters.clear();
     }
 
-    void hierarchy_data()
-    {
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<QString>("super");
-        const char *rows[][2] = {
-            {"Graph", "BaseWidget"},
-            {"ParametricEqualizerGraph", "BaseWidget"},
-            {"BrioParametricEqualizerGraph", "BaseWidget"},
-            {"GraphicEqualizerGraph", "Graph"},
-            {"ParametricEqualizerGraphBack", "BaseWidget"},
-            {"GraphControlPoint", "BaseWidget"},
-            {"PeqGraphControlPoint", "GraphControlPoint"},
-            {"HpfGraphControlPoint", "GraphControlPoint"},
-            {"TuningZoneGraphControlPoint", "GraphControlPoint"},
-            {"SpeakerGraphControlPoint", "BaseWidget"},
-            {"SpeakerProcessorGraph", "BaseWidget"},
-            {"SpeakerProcessorPeqPhaseGraph", "BaseWidget"},
-            {"ProtectSpeakerProcessorPhaseGraph", "BaseWidget"},
-            {"SpeakerEditorPeqGraph", "BaseWidget"},
-            {"SpeakerProcessorPhaseGraphBack", "BaseWidget"},
-        };
-        for (const auto &r : rows)
-            QTest::newRow(r[0]) << QString::fromLatin1(r[0]) << QString::fromLatin1(r[1]);
-    }
-
     // Hosts and style sheets rely on the class chain the panel format documents.
     void hierarchy()
     {
-        QFETCH(QString, type);
-        QFETCH(QString, super);
-        std::unique_ptr<QWidget> w;
-        const QByteArray t = type.toLatin1();
-#define GRAPH_TYPE(T) \
-    if (t == #T)      \
-        w.reset(new T(&host, &host.registry, nullptr));
-        GRAPH_TYPE(Graph)
-        GRAPH_TYPE(ParametricEqualizerGraph)
-        GRAPH_TYPE(BrioParametricEqualizerGraph)
-        GRAPH_TYPE(GraphicEqualizerGraph)
-        GRAPH_TYPE(ParametricEqualizerGraphBack)
-        GRAPH_TYPE(GraphControlPoint)
-        GRAPH_TYPE(PeqGraphControlPoint)
-        GRAPH_TYPE(HpfGraphControlPoint)
-        GRAPH_TYPE(TuningZoneGraphControlPoint)
-        GRAPH_TYPE(SpeakerGraphControlPoint)
-        GRAPH_TYPE(SpeakerProcessorGraph)
-        GRAPH_TYPE(SpeakerProcessorPeqPhaseGraph)
-        GRAPH_TYPE(ProtectSpeakerProcessorPhaseGraph)
-        GRAPH_TYPE(SpeakerEditorPeqGraph)
-        GRAPH_TYPE(SpeakerProcessorPhaseGraphBack)
-#undef GRAPH_TYPE
-        QVERIFY(w);
-        QCOMPARE(QString::fromLatin1(w->metaObject()->className()), type);
-        QCOMPARE(QString::fromLatin1(w->metaObject()->superClass()->className()), super);
+        const char *rows[][2] = {
+            {"Graph", "BaseWidget"}, {"ParametricEqualizerGraph", "BaseWidget"},
+            {"BrioParametricEqualizerGraph", "BaseWidget"}, {"GraphicEqualizerGraph", "Graph"},
+            {"ParametricEqualizerGraphBack", "BaseWidget"}, {"GraphControlPoint", "BaseWidget"},
+            {"PeqGraphControlPoint", "GraphControlPoint"}, {"HpfGraphControlPoint", "GraphControlPoint"},
+            {"TuningZoneGraphControlPoint", "GraphControlPoint"}, {"SpeakerGraphControlPoint", "BaseWidget"},
+            {"SpeakerProcessorGraph", "BaseWidget"}, {"SpeakerProcessorPeqPhaseGraph", "BaseWidget"},
+            {"ProtectSpeakerProcessorPhaseGraph", "BaseWidget"}, {"SpeakerEditorPeqGraph", "BaseWidget"},
+            {"SpeakerProcessorPhaseGraphBack", "BaseWidget"},
+        };
+        WidgetFactory factory;
+        QWidget parent;
+        for (const auto &r : rows) {
+            IWidgetCore *core = factory.create(QLatin1String(r[0]), &parent, &host, &host.registry);
+            QVERIFY2(core, r[0]);
+            const QMetaObject *m = core->widgetMetaObject();
+            QCOMPARE(m->className(), r[0]);
+            QCOMPARE(m->superClass()->className(), r[1]);
+        }
     }
 
     void descriptionTags()
@@ -306,17 +275,6 @@ private slots:
             QApplication::processEvents();
             QCOMPARE(counter.paints, 0);
         }
-    }
-
-    void resizeRescales()
-    {
-        host.setParameter(curveAddr, QString(), QStringLiteral("0:10/0:10/10:0"));
-        auto *g = host.make<Graph>(rect(11, 11) + address(curveAddr));
-        QCOMPARE(points(g->points()), QStringLiteral("10,10"));
-        g->resize(21, 31);
-        QCOMPARE(points(g->points()), QStringLiteral("20,30"));
-        QVERIFY(g->setZoom(2.0f));
-        QCOMPARE(points(g->points()), QStringLiteral("21,21"));
     }
 
     void sum_data()
@@ -446,21 +404,36 @@ private slots:
 
     void paintGraph_data()
     {
+        QTest::addColumn<QString>("type");
         QTest::addColumn<bool>("enabled");
-        QTest::newRow("enabled") << true;
-        QTest::newRow("disabled") << false;
+        QTest::addColumn<QColor>("fill");
+        const QColor none(Qt::transparent);
+        QTest::newRow("graph") << "Graph" << true << none;
+        QTest::newRow("graph disabled") << "Graph" << false << none;
+        // Row 5 for both: 19 - int(15 x 19 / 20), and 19 - (20 x 1.5 x 24 / 30 - 10), over the mid line, row 9.
+        QTest::newRow("graphic") << "GraphicEqualizerGraph" << true << QColor(0, 255, 0, 153);
+        QTest::newRow("graphic disabled") << "GraphicEqualizerGraph" << false << QColor(0, 255, 0, 153);
     }
 
     void paintGraph()
     {
+        QFETCH(QString, type);
         QFETCH(bool, enabled);
-        host.setParameter(curveAddr, QString(), QStringLiteral("0:20/0:20/0:10/20:10"));
-        auto *g = host.make<Graph>(rect(21, 21) + address(curveAddr) + QStringLiteral("<LineColor>255,0,0</LineColor>"));
+        QFETCH(QColor, fill);
+        const bool graphic = type != QLatin1String("Graph");
+        host.setParameter(curveAddr, QString(), graphic ? QStringLiteral("0:20/0:30/0:24/20:24")
+                                                        : QStringLiteral("0:20/0:20/0:15/20:15"));
+        BaseWidget *g = make(type, rect(21, 20) + address(curveAddr) + QStringLiteral("<LineColor>255,0,0</LineColor>"));
         g->setEnabled(enabled);
         const QImage image = paint(g);
-        const QColor pen = enabled ? QColor(255, 0, 0) : QColor(153, 153, 153, 153);
-        QVERIFY(near(image.pixelColor(10, 10), pen));
-        QCOMPARE(image.pixelColor(10, 5).alpha(), 0);
+        // The disabled pen is translucent grey, over the fill where there is one.
+        const QColor edge = image.pixelColor(10, 5);
+        if (enabled)
+            QVERIFY(near(edge, QColor(255, 0, 0)));
+        else
+            QVERIFY(edge.red() > 0 && qAbs(edge.red() - edge.blue()) <= 2 && edge.alpha() >= 153);
+        QVERIFY(near(image.pixelColor(10, 7), fill));
+        QCOMPARE(image.pixelColor(10, 2).alpha(), 0);
         QCOMPARE(image.pixelColor(10, 15).alpha(), 0);
     }
 
@@ -498,18 +471,6 @@ private slots:
         QVERIFY(edge.alpha() >= line.alpha());
         QVERIFY(near(image.pixelColor(10, 8), fill));
         QCOMPARE(image.pixelColor(10, 2).alpha(), 0);
-        QCOMPARE(image.pixelColor(10, 15).alpha(), 0);
-    }
-
-    void paintGraphicEqualizer()
-    {
-        host.setParameter(curveAddr, QString(), QStringLiteral("0:20/0:30/0:29/20:29"));
-        auto *g = host.make<GraphicEqualizerGraph>(rect(21, 20) + address(curveAddr)
-                                                   + QStringLiteral("<LineColor>255,0,0</LineColor>"));
-        // 20 x 1.5 x 29 / 30 = 29, less 10: 19 rows up, the top row; closed along row 9.
-        const QImage image = paint(g);
-        QVERIFY(near(image.pixelColor(10, 0), QColor(255, 0, 0)));
-        QVERIFY(near(image.pixelColor(10, 5), QColor(0, 255, 0, 153)));
         QCOMPARE(image.pixelColor(10, 15).alpha(), 0);
     }
 
@@ -627,15 +588,9 @@ private slots:
             QCOMPARE(r.arg("set_prm_type"), QString::number(1 - i));
             QCOMPARE(r.arguments.size(), 2);
         }
-    }
-
-    void shortestFormat()
-    {
-        auto *p = makePoint(QString(), QStringLiteral("0:3/0:3/0:3"));
-        p->setControlRect(QRect(0, 0, 4, 4));
-        mouse(p, QEvent::MouseButtonPress, 0, 0);
-        mouse(p, QEvent::MouseButtonRelease, 1, 2);
-        QCOMPARE(host.requests.last().arg("ui_prm_str"), QStringLiteral("0.3333333333333333:0.33333333333333337"));
+        // Shortest form that reads back: neither 6 digits nor 17.
+        QCOMPARE(ControlPointState::fractionText({1, 2}, QRect(0, 0, 4, 4)),
+                 QStringLiteral("0.3333333333333333:0.33333333333333337"));
     }
 
     void axisLock_data()
@@ -801,16 +756,6 @@ private slots:
         // Index 1 does not touch the flag.
         setValue(p, bandAddr, QStringLiteral("0"), QStringLiteral("-inf"));
         QVERIFY(p->isEnabled());
-    }
-
-    void noAddressSendsNothing()
-    {
-        auto *p = host.make<GraphControlPoint>(QStringLiteral("<ControlRect x=\"0\" y=\"0\" width=\"101\" height=\"101\"/>"));
-        host.requests.clear();
-        Input::mouse(p, QEvent::MouseButtonPress, QPoint(2, 2));
-        Input::mouse(p, QEvent::MouseMove, QPoint(20, 2));
-        Input::mouse(p, QEvent::MouseButtonRelease, QPoint(20, 2));
-        QVERIFY(host.requests.isEmpty());
     }
 };
 
