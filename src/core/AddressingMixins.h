@@ -1,6 +1,7 @@
 #ifndef CORVANE_ADDRESSINGMIXINS_H
 #define CORVANE_ADDRESSINGMIXINS_H
 
+#include "data/ParameterKeys.h"
 #include "BaseWidget.h"
 
 #include <QStringList>
@@ -211,7 +212,7 @@ public:
         const QDomElement selector = e.firstChildElement(QStringLiteral("Address"));
         if (!selector.isNull())
             return this->appendAddress(selector, QStringLiteral("SpeakerModel"));
-        if (e.hasAttribute(QStringLiteral("prmAddr"))) {
+        if (e.hasAttribute(Key::prmAddr)) {
             QVariantMap keys = BaseWidget::parseAddressKeys(e);
             return this->appendAddress(keys, QStringLiteral("SpeakerModel"));
         }

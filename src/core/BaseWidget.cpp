@@ -24,8 +24,6 @@ const char *const menuAddToRemoteControlList = "Add to Remote Control List";
 const char *const menuAddToParameterLinkGroup = "Add to Parameter Link Group";
 const char *const menuAddNewGroup = "Add New Group";
 
-const QLatin1String addrTypeKey("AddrType");
-
 ParameterAddress &emptyAddress()
 {
     static ParameterAddress empty;
@@ -313,7 +311,7 @@ bool BaseWidget::appendAddress(QVariantMap keys, const QString &addrType)
             keys.insert(Key::dev_model, owner.value(Key::dev_model));
     }
     if (!addrType.isEmpty())
-        keys.insert(addrTypeKey, addrType);
+        keys.insert(Key::AddrType, addrType);
 
     ParameterAddress entry;
     if (keys.contains(Key::ui_prm_def_val)) {
@@ -332,7 +330,7 @@ bool BaseWidget::appendAddress(QVariantMap keys, const QString &addrType)
     // that the indexes a description gives do not depend on element order.
     int at = m_addresses.size();
     if (addrType.isEmpty()) {
-        while (at > 0 && !m_addresses.at(at - 1).key(addrTypeKey).isEmpty())
+        while (at > 0 && !m_addresses.at(at - 1).key(Key::AddrType).isEmpty())
             --at;
     }
     m_addresses.insert(at, entry);
@@ -430,7 +428,7 @@ void BaseWidget::unregisterAddress(const ParameterAddress &address)
 int BaseWidget::indexOfAddressType(const QString &addrType) const
 {
     for (int i = 0; i < m_addresses.size(); ++i) {
-        if (m_addresses.at(i).key(addrTypeKey) == addrType)
+        if (m_addresses.at(i).key(Key::AddrType) == addrType)
             return i;
     }
     return -1;
@@ -454,7 +452,7 @@ bool BaseWidget::readAddressValue(int index)
 
 void BaseWidget::addressValueChanged(int index)
 {
-    const QString type = m_addresses.value(index).key(addrTypeKey);
+    const QString type = m_addresses.value(index).key(Key::AddrType);
     if (!type.isEmpty())
         typedAddressChanged(type, index);
     update();

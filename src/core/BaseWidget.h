@@ -227,8 +227,10 @@ protected:
     //! Draws the selection frame; controls call it after their own painting.
     void paintBase(QPainter &painter);
 
-private:
+    //! Sends a request of \a kind with \a arguments on \a index, behind the guards every request passes.
     bool sendRequest(int kind, int index, const QMap<QString, QString> &arguments);
+
+private:
     void applyFont(float zoom);
     QString boundAddress(const QString &templ, bool *complete) const;
 

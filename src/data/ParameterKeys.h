@@ -18,6 +18,8 @@ constexpr QLatin1String cptName("cptName");
 constexpr QLatin1String orv_address("orv_address");
 constexpr QLatin1String cptOrvName("cptOrvName");
 constexpr QLatin1String DelayScale("DelayScale");
+// The role of a control's address that is not its own parameter (a selector).
+constexpr QLatin1String AddrType("AddrType");
 
 // Requests from the user interface.
 constexpr QLatin1String ui_prm_val("ui_prm_val");

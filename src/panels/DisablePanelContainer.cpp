@@ -1,3 +1,4 @@
+#include "data/ParameterKeys.h"
 #include "DisablePanelContainer.h"
 
 #include <QApplication>
@@ -214,7 +215,7 @@ QString DisablePanelMulti::disableValueLists() const
 
 bool DisablePanelMulti::isTested(int index) const
 {
-    return index >= 0 && index < addressCount() && addressAt(index).key(QStringLiteral("AddrType")).isEmpty();
+    return index >= 0 && index < addressCount() && addressAt(index).key(Key::AddrType).isEmpty();
 }
 
 bool DisablePanelMulti::matches() const

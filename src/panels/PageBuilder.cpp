@@ -1,3 +1,4 @@
+#include "data/ParameterKeys.h"
 #include "PageBuilder.h"
 
 #include "core/BaseWidget.h"
@@ -12,9 +13,8 @@ QVariantMap inheritedContext(const BaseWidget &owner)
     if (owner.addressCount() == 0)
         return QVariantMap();
     QVariantMap keys = owner.addressAt(0).keys();
-    static const char *const own[] = {"AddrType", "prmAddr", "ui_prm_val", "ui_prm_str", "ui_prm_def_val"};
-    for (const char *key : own)
-        keys.remove(QLatin1String(key));
+    for (const QLatin1String &key : {Key::AddrType, Key::prmAddr, Key::ui_prm_val, Key::ui_prm_str, Key::ui_prm_def_val})
+        keys.remove(key);
     return keys;
 }
 

@@ -1,3 +1,4 @@
+#include "data/ParameterKeys.h"
 #include "PanelStacker.h"
 
 #include <QDebug>
@@ -82,7 +83,7 @@ bool PanelStacker::readStackList(const QDomElement &e)
 
     if (range == QLatin1String("auto")) {
         bool ok = false;
-        const int steps = editor.value(QStringLiteral("editor_auto")).toString().toShort(&ok);
+        const int steps = editor.value(Key::editor_auto).toString().toShort(&ok);
         // Without the host's word, N listed pages spread over the positions.
         m_stepCount = ok && steps > 0 ? qint16(steps) : qint16(qMax(0, m_pageElements.size() - 1));
     } else {
@@ -97,7 +98,7 @@ bool PanelStacker::readStackList(const QDomElement &e)
     static_cast<EmptyPage *>(m_empty)->hint = m_hint;
 
     m_editorHint.clear();
-    const QStringList parts = editor.value(QStringLiteral("editor_hint")).toString()
+    const QStringList parts = editor.value(Key::editor_hint).toString()
                                   .split(QRegularExpression(QStringLiteral("[,;\\s]+")), Qt::SkipEmptyParts);
     for (const QString &part : parts) {
         bool ok = false;

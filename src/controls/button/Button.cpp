@@ -1,3 +1,4 @@
+#include "data/ParameterKeys.h"
 #include "Button.h"
 
 #include <QApplication>
@@ -15,8 +16,6 @@ const QColor Button::litColor(48, 140, 224, 255);
 const QColor Button::frameColor(96, 96, 96, 255);
 
 namespace {
-
-const QLatin1String addrTypeKey("AddrType");
 
 bool isSvg(const QString &path)
 {
@@ -197,7 +196,7 @@ QList<int> Button::ownAddressIndexes() const
 {
     QList<int> indexes;
     for (int i = 0; i < addressCount(); ++i) {
-        if (addressAt(i).key(addrTypeKey).isEmpty())
+        if (addressAt(i).key(Key::AddrType).isEmpty())
             indexes.append(i);
     }
     return indexes;

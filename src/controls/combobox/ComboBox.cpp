@@ -15,8 +15,6 @@ const QColor ComboBox::frameColor(96, 96, 96, 255);
 
 namespace {
 
-const QLatin1String addrTypeKey("AddrType");
-
 QStringList labelsOf(const QVector<ComboBox::Option> &options)
 {
     QStringList labels;
@@ -137,7 +135,7 @@ void ComboBox::setItems(const QVector<Option> &items)
 
 void ComboBox::addressValueChanged(int index)
 {
-    const QString type = addressAt(index).key(addrTypeKey);
+    const QString type = addressAt(index).key(Key::AddrType);
     if (!type.isEmpty()) {
         typedAddressChanged(type, index);
         return;

@@ -1,3 +1,4 @@
+#include "data/ParameterKeys.h"
 #include "Dial.h"
 
 #include <QDomElement>
@@ -199,7 +200,7 @@ bool Dial::readLevelList(const QDomElement &e)
 
 void Dial::addressValueChanged(int index)
 {
-    const QString type = addressAt(index).key(QStringLiteral("AddrType"));
+    const QString type = addressAt(index).key(Key::AddrType);
     if (!type.isEmpty()) {
         // A selector: it moves the bound address, which reports on its own.
         typedAddressChanged(type, index);

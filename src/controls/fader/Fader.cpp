@@ -1,3 +1,4 @@
+#include "data/ParameterKeys.h"
 #include "Fader.h"
 
 #include <QDomElement>
@@ -389,7 +390,7 @@ bool Fader::readRailColor(const QDomElement &e)
 
 void Fader::addressValueChanged(int index)
 {
-    const QString type = addressAt(index).key(QStringLiteral("AddrType"));
+    const QString type = addressAt(index).key(Key::AddrType);
     if (!type.isEmpty()) {
         typedAddressChanged(type, index);
         return;

@@ -1,3 +1,4 @@
+#include "data/ParameterKeys.h"
 #include "Image.h"
 
 #include <QHash>
@@ -6,8 +7,6 @@
 #include <QSvgRenderer>
 
 namespace {
-
-const QLatin1String addrTypeKey("AddrType");
 
 bool isSvg(const QString &path)
 {
@@ -84,7 +83,7 @@ void Image::refresh()
 
 int Image::parameterStep(int steps) const
 {
-    if (addressCount() == 0 || !addressAt(0).isValid() || !addressAt(0).key(addrTypeKey).isEmpty())
+    if (addressCount() == 0 || !addressAt(0).isValid() || !addressAt(0).key(Key::AddrType).isEmpty())
         return -1;
     bool ok = false;
     positionText(0).toDouble(&ok);
@@ -93,7 +92,7 @@ int Image::parameterStep(int steps) const
 
 void Image::addressValueChanged(int index)
 {
-    const QString type = addressAt(index).key(addrTypeKey);
+    const QString type = addressAt(index).key(Key::AddrType);
     if (!type.isEmpty()) {
         typedAddressChanged(type, index);
         return;

@@ -1,3 +1,4 @@
+#include "data/ParameterKeys.h"
 #include "Indicator.h"
 
 #include <QPainter>
@@ -7,7 +8,6 @@ const QColor Indicator::defaultOffColor(58, 58, 58, 255);
 const QColor Indicator::defaultTextColor(230, 230, 230, 255);
 
 namespace {
-const QLatin1String addrTypeKey("AddrType");
 }
 
 Indicator::Indicator(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
@@ -38,7 +38,7 @@ QList<int> Indicator::ownAddressIndexes() const
 {
     QList<int> indexes;
     for (int i = 0; i < addressCount(); ++i) {
-        if (addressAt(i).key(addrTypeKey).isEmpty())
+        if (addressAt(i).key(Key::AddrType).isEmpty())
             indexes.append(i);
     }
     return indexes;
@@ -60,7 +60,7 @@ int Indicator::addressesOn() const
 
 bool Indicator::computeOn() const
 {
-    return addressOn(0) && addressAt(0).key(addrTypeKey).isEmpty();
+    return addressOn(0) && addressAt(0).key(Key::AddrType).isEmpty();
 }
 
 void Indicator::refresh()
@@ -75,7 +75,7 @@ void Indicator::refresh()
 
 void Indicator::addressValueChanged(int index)
 {
-    const QString type = addressAt(index).key(addrTypeKey);
+    const QString type = addressAt(index).key(Key::AddrType);
     if (!type.isEmpty()) {
         typedAddressChanged(type, index);
         return;

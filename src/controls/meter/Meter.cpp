@@ -11,7 +11,6 @@
 
 namespace {
 
-const QLatin1String addrTypeKey("AddrType");
 const QLatin1String onlineText("online");
 
 // The unlit part of the built-in bar: dark enough to read as off, visible on
@@ -131,7 +130,7 @@ bool Meter::isOnline() const
     const int i = onlineIndex();
     // Selectors sit behind the control's own addresses: a meter bound
     // without an online state may have one in that place.
-    if (i >= addressCount() || !addressAt(i).key(addrTypeKey).isEmpty())
+    if (i >= addressCount() || !addressAt(i).key(Key::AddrType).isEmpty())
         return true;
     return positionText(i) == onlineText;
 }
@@ -158,7 +157,7 @@ void Meter::readLevel()
 
 void Meter::addressValueChanged(int index)
 {
-    const QString type = addressAt(index).key(addrTypeKey);
+    const QString type = addressAt(index).key(Key::AddrType);
     if (!type.isEmpty()) {
         typedAddressChanged(type, index);
     } else if (index == 0) {

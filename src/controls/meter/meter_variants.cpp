@@ -62,7 +62,7 @@ void PeakMeter::readPeak()
 
 void PeakMeter::addressValueChanged(int index)
 {
-    if (!addressAt(index).key(QStringLiteral("AddrType")).isEmpty()) {
+    if (!addressAt(index).key(Key::AddrType).isEmpty()) {
         Meter::addressValueChanged(index);
         return;
     }

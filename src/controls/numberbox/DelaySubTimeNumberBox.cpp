@@ -5,7 +5,6 @@
 
 namespace {
 
-const QLatin1String addrTypeKey("AddrType");
 const QLatin1String linkPrefix("Link:");
 
 } // namespace
@@ -35,7 +34,7 @@ void DelaySubTimeNumberBox::setSpaceDelete(bool on)
 int DelaySubTimeNumberBox::ownAddressCount() const
 {
     int n = 0;
-    while (n < addressCount() && addressAt(n).key(addrTypeKey).isEmpty())
+    while (n < addressCount() && addressAt(n).key(Key::AddrType).isEmpty())
         ++n;
     return n;
 }

@@ -48,15 +48,13 @@ bool readNumber(const QDomElement &e, double *out)
     return ok;
 }
 
-const QLatin1String addrTypeKey("AddrType");
-
 } // namespace
 
 // ---------------------------------------------------------------------------
 
 int BandWidthNumberBox::unitIndex() const
 {
-    return addressCount() > 1 && addressAt(1).key(addrTypeKey).isEmpty() ? 1 : -1;
+    return addressCount() > 1 && addressAt(1).key(Key::AddrType).isEmpty() ? 1 : -1;
 }
 
 QString BandWidthNumberBox::unitText() const
@@ -74,7 +72,6 @@ QString BandWidthNumberBox::editorStartText() const
     const QString figure = NumberText::leadingNumberText(text);
     return figure.isEmpty() ? text : figure;
 }
-
 
 QString TuningZoneBandWidthNumberBox::shownText() const
 {

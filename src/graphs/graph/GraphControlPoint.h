@@ -1,6 +1,7 @@
 #ifndef CORVANE_GRAPHS_GRAPH_GRAPHCONTROLPOINT_H
 #define CORVANE_GRAPHS_GRAPH_GRAPHCONTROLPOINT_H
 
+#include "data/ParameterKeys.h"
 #include "core/BaseWidget.h"
 
 #include <QMouseEvent>
@@ -176,16 +177,10 @@ protected:
     //! Sends the value text \a text to address 0, held or released.
     bool sendPoint(const QString &text, bool held)
     {
-        IHostCore *host = this->hostCore();
-        if (!host || !this->registry() || this->addressCount() < 1 || !this->addressAt(0).isValid())
-            return false;
-        const QVariantMap &keys = this->addressAt(0).keys();
-        if (this->checksParameterExistence() && !host->parameterExists(keys))
-            return false;
         QMap<QString, QString> args;
-        args.insert(QStringLiteral("ui_prm_str"), text);
-        args.insert(QStringLiteral("set_prm_type"), held ? QStringLiteral("1") : QStringLiteral("0"));
-        return host->sendRequest(this, 0, keys, 1, args);
+        args.insert(Key::ui_prm_str, text);
+        args.insert(Key::set_prm_type, held ? QStringLiteral("1") : QStringLiteral("0"));
+        return this->sendRequest(1, 0, args);
     }
 
     //! Reads the point from address 0; repaints and re-places when it moved.

@@ -1,6 +1,7 @@
 #ifndef CORVANE_GRAPHS_GRAPH_GRAPH_VARIANTS_H
 #define CORVANE_GRAPHS_GRAPH_GRAPH_VARIANTS_H
 
+#include "data/ParameterKeys.h"
 #include "core/AddressingMixins.h"
 #include "graphs/graph/Graph.h"
 #include "graphs/graph/GraphBack.h"
@@ -106,7 +107,7 @@ public:
 protected:
     bool isOwn(int index) const
     {
-        return index < this->addressCount() && this->addressAt(index).key(QStringLiteral("AddrType")).isEmpty();
+        return index < this->addressCount() && this->addressAt(index).key(Key::AddrType).isEmpty();
     }
     bool sumsCurves() const override { return isOwn(1); }
     void addressValueChanged(int index) override
