@@ -1,15 +1,45 @@
 #ifndef CORVANE_GRAPHS_GRID_GRID_VARIANTS_H
 #define CORVANE_GRAPHS_GRID_GRID_VARIANTS_H
 
+#include "controls/common/WheelSteps.h"
+#include "controls/numberbox/LineEdit.h"
 #include "graphs/grid/MatrixGrid.h"
 
+/*!
+    \class RouterGrid
+    \brief One source per output: each column binds one parameter whose
+    position selects the row.
+
+    The form names the column's parameter with {x}; {y} is not used. The
+    column's parameter runs over Rows steps: row r is the position
+    r / (Rows - 1), so the first row is 0 and the last 1; the lit cell of a
+    column is the row its position rounds to. A click selects the row at
+    once ("set_prm_type" "0"); dragging on selects the row under the pointer
+    in every column it enters.
+*/
 class RouterGrid : public MatrixGrid
 {
     Q_OBJECT
 public:
     using MatrixGrid::MatrixGrid;
+
+    int cellIndex(int row, int column) const override;
+    int cellAddressCount() const override { return columns(); }
+    bool cellLit(int row, int column) const override;
+    QRect indexRect(int index) const override;
+
+    //! The row column \a column selects, or -1 when the column is unbound.
+    int selectedRow(int column) const;
+
+protected:
+    void activateCell(int row, int column) override;
+    void strokeCell(int row, int column) override { activateCell(row, column); }
+    bool strokeState(int, int) const override { return true; }
 };
 
+// Crosspoints: row = input, column = output, lit while the crosspoint is
+// on. The grid's own on/off cells and brush strokes; the device families'
+// mixers below keep them unchanged.
 class MatrixMixer : public MatrixGrid
 {
     Q_OBJECT
@@ -24,6 +54,8 @@ public:
     using MatrixMixer::MatrixMixer;
 };
 
+// The routers and patches of the device families keep RouterGrid's
+// behaviour unchanged.
 class Router : public RouterGrid
 {
     Q_OBJECT
@@ -38,18 +70,93 @@ public:
     using Router::Router;
 };
 
+/*!
+    \class RoomCombine
+    \brief Which rooms are combined: the cell in row a and column b is on
+    while rooms a and b form one room.
+
+    Combining is symmetric, so only the cells right of the diagonal take
+    input and light; the rest are drawn dimmed. Every cell still has its
+    address (index row × Columns + column), so a form may bind the upper
+    triangle only and leave the others to nothing.
+*/
 class RoomCombine : public MatrixGrid
 {
     Q_OBJECT
 public:
     using MatrixGrid::MatrixGrid;
+
+    bool cellEnabled(int row, int column) const override
+    {
+        return column > row && MatrixGrid::cellEnabled(row, column);
+    }
 };
 
-class DelayMatrix : public MatrixGrid
+/*!
+    \class DelayMatrix
+    \brief Cells that show their parameter's text and edit it as a number
+    box does.
+
+    Double-click or Return opens the editor over the cell; what is typed is
+    sent as text. A vertical drag on a cell changes it on a scale of 300
+    from its current position, one pixel one step, held ("set_prm_type" "1")
+    while the button is down and set at release; a press without movement
+    sends nothing. The wheel steps the cell under the pointer.
+*/
+class DelayMatrix : public MatrixGrid, public EditorOwner
 {
     Q_OBJECT
+    Q_PROPERTY(bool editing READ isEditing)
+    Q_PROPERTY(int editIndex READ editIndex)
+    Q_PROPERTY(int dragIndex READ dragIndex)
 public:
-    using MatrixGrid::MatrixGrid;
+    DelayMatrix(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
+    ~DelayMatrix() override;
+
+    static constexpr int dragRange = 300;
+
+    bool cellLit(int, int) const override { return false; }
+    QString cellText(int row, int column) const override;
+
+    LineEdit *editor() const { return m_editor; }
+    bool isEditing() const;
+    //! The address index being typed into, -1 when none.
+    int editIndex() const { return isEditing() ? m_editIndex : -1; }
+    //! The address index being dragged, -1 when none.
+    int dragIndex() const { return m_drag.index; }
+
+    //! Opens the editor over the cell; false when it is not editable or an edit is open.
+    bool startEditing(int row, int column);
+
+    bool setZoom(float zoom) override;
+
+    // EditorOwner
+    void endEditing(bool commit) override;
+    void editorKeyPressed(QKeyEvent *event) override;
+
+protected:
+    void activateCell(int, int) override { }
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    void dragTo(int y, bool held);
+
+    struct Drag
+    {
+        int index = -1;
+        int startY = 0;
+        int startPosition = 0;
+        bool moved = false;
+    };
+    LineEdit *m_editor = nullptr;
+    int m_editIndex = -1;
+    Drag m_drag;
+    WheelSteps m_wheel;
 };
 
 class QuaySlotPatch : public RouterGrid
@@ -80,6 +187,8 @@ public:
     using Router::Router;
 };
 
+// Zone groups: row = zone, column = group, lit while the zone belongs to
+// the group. The grid's on/off cells, unchanged.
 class BrioZoneGroup : public MatrixGrid
 {
     Q_OBJECT
@@ -136,6 +245,7 @@ public:
     using Router::Router;
 };
 
+// Not a grid: it stays a plain BaseWidget.
 class RoomCombineChecker : public BaseWidget
 {
     Q_OBJECT

@@ -1,0 +1,197 @@
+#include "graphs/grid/grid_variants.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+// ---------------------------------------------------------------------------
+// RouterGrid
+
+int RouterGrid::cellIndex(int row, int column) const
+{
+    if (row < 0 || row >= rows() || column < 0 || column >= columns())
+        return -1;
+    return column;
+}
+
+int RouterGrid::selectedRow(int column) const
+{
+    if (!cellHasAddress(0, column))
+        return -1;
+    return qBound(0, stepOfPosition(qMax(1, rows() - 1), column), rows() - 1);
+}
+
+bool RouterGrid::cellLit(int row, int column) const
+{
+    return cellEnabled(row, column) && selectedRow(column) == row;
+}
+
+QRect RouterGrid::indexRect(int index) const
+{
+    if (index < 0 || index >= columns())
+        return QRect();
+    return cellRect(0, index).united(cellRect(rows() - 1, index));
+}
+
+void RouterGrid::activateCell(int row, int column)
+{
+    if (!cellEnabled(row, column) || selectedRow(column) == row)
+        return;
+    // A single row spans nothing: its only position is 0.
+    if (rows() > 1)
+        requestPosition(row, rows() - 1, 0, column);
+    else
+        requestPosition(0, 1, 0, column);
+}
+
+// ---------------------------------------------------------------------------
+// DelayMatrix
+
+DelayMatrix::DelayMatrix(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
+    : MatrixGrid(hostCore, registry, parent)
+{
+}
+
+DelayMatrix::~DelayMatrix()
+{
+    delete m_editor;
+}
+
+QString DelayMatrix::cellText(int row, int column) const
+{
+    if (!cellHasAddress(row, column))
+        return QString();
+    const int index = cellIndex(row, column);
+    const QString text = displayText(index);
+    return text.isEmpty() ? positionText(index) : text;
+}
+
+bool DelayMatrix::isEditing() const
+{
+    return m_editor && m_editor->isVisible();
+}
+
+bool DelayMatrix::startEditing(int row, int column)
+{
+    if (!cellEnabled(row, column) || isEditing())
+        return false;
+    if (!m_editor) {
+        m_editor = new LineEdit(this, this);
+        m_editor->applyZoom(zoomFactor());
+    }
+    m_editIndex = cellIndex(row, column);
+    m_editor->setGeometry(cellRect(row, column));
+    return m_editor->open(displayText(m_editIndex), Qt::AlignCenter, true);
+}
+
+void DelayMatrix::endEditing(bool commit)
+{
+    if (!m_editor)
+        return;
+    const int index = m_editIndex;
+    if (m_editor->close(commit, [this, index](const QString &text) { requestText(text, index); }))
+        update(indexRect(index).adjusted(-1, -1, 1, 1));
+}
+
+void DelayMatrix::editorKeyPressed(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        endEditing(true);
+        break;
+    case Qt::Key_Escape:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        endEditing(false);
+        break;
+    default:
+        break;
+    }
+}
+
+bool DelayMatrix::setZoom(float zoom)
+{
+    if (!MatrixGrid::setZoom(zoom))
+        return false;
+    if (m_editor)
+        m_editor->applyZoom(zoom);
+    return true;
+}
+
+void DelayMatrix::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        startEditing(focusCell().y(), focusCell().x());
+        return;
+    }
+    MatrixGrid::keyPressEvent(event);
+}
+
+void DelayMatrix::dragTo(int y, bool held)
+{
+    if (y != m_drag.startY)
+        m_drag.moved = true;
+    if (!m_drag.moved)
+        return;
+    const int p = qBound(0, m_drag.startPosition + (m_drag.startY - y), int(dragRange));
+    requestPosition(p, dragRange, held ? 1 : 0, m_drag.index);
+}
+
+void DelayMatrix::mousePressEvent(QMouseEvent *event)
+{
+    // The grid's handling selects, focuses and hands modifier clicks over;
+    // activateCell() does nothing here, so no toggle is sent.
+    MatrixGrid::mousePressEvent(event);
+    m_stroke.active = false;
+    m_drag = Drag();
+    if (event->button() != Qt::LeftButton || event->modifiers() != Qt::NoModifier)
+        return;
+    const QPoint cell = cellAt(event->pos());
+    if (cell.x() < 0 || !cellEnabled(cell.y(), cell.x()))
+        return;
+    m_drag.index = cellIndex(cell.y(), cell.x());
+    m_drag.startY = event->pos().y();
+    m_drag.startPosition = int(dragRange * position(m_drag.index) + 0.5);
+}
+
+void DelayMatrix::mouseMoveEvent(QMouseEvent *event)
+{
+    if (event->modifiers() != Qt::NoModifier) {
+        maybeStartParameterDrag(event);
+        m_drag = Drag();
+        return;
+    }
+    if (m_drag.index >= 0 && (event->buttons() & Qt::LeftButton))
+        dragTo(event->pos().y(), true);
+}
+
+void DelayMatrix::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton && m_drag.index >= 0) {
+        dragTo(event->pos().y(), false);
+        m_drag = Drag();
+    }
+    MatrixGrid::mouseReleaseEvent(event);
+}
+
+void DelayMatrix::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton || event->modifiers() != Qt::NoModifier)
+        return;
+    const QPoint cell = cellAt(event->pos());
+    if (cell.x() >= 0)
+        startEditing(cell.y(), cell.x());
+}
+
+void DelayMatrix::wheelEvent(QWheelEvent *event)
+{
+    event->accept();
+    if (isEditing())
+        return;
+    const QPoint cell = cellAt(event->position().toPoint());
+    if (cell.x() < 0 || !cellEnabled(cell.y(), cell.x()))
+        return;
+    const int index = cellIndex(cell.y(), cell.x());
+    m_wheel.deliver(event, [this, index](int step) { requestStep(step, index); });
+}
