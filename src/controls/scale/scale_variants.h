@@ -3,32 +3,56 @@
 
 #include "controls/scale/Scales.h"
 
+/*!
+    The frequency scale under a graph: 20 Hz to 20 kHz at
+    x = 155 + 220.5 × log10(f / 100) design pixels.
+*/
 class GraphSppHScale : public GraphScale
 {
     Q_OBJECT
 public:
-    using GraphScale::GraphScale;
+    GraphSppHScale(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
+
+    Qt::Orientation orientation() const override { return Qt::Horizontal; }
+    double rulePosition(double hertz) const override;
+    //! "20" ... "500", "1k", "2k", ... "20k".
+    QString label(double hertz) const override;
 };
 
+//! Phase in degrees: 30 a level line, -180 to +180 labelled every 90.
 class GraphSppVScalePhase : public GraphScale
 {
     Q_OBJECT
 public:
-    using GraphScale::GraphScale;
+    GraphSppVScalePhase(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
+
+    Qt::Orientation orientation() const override { return Qt::Vertical; }
+    double rulePosition(double value) const override;
+    QString label(double value) const override { return signedLabel(value); }
 };
 
+//! Speaker-processor level in dB: 6 a level line, -36 to +36 labelled every 12.
 class GraphSppVScaleSP : public GraphScale
 {
     Q_OBJECT
 public:
-    using GraphScale::GraphScale;
+    GraphSppVScaleSP(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
+
+    Qt::Orientation orientation() const override { return Qt::Vertical; }
+    double rulePosition(double value) const override;
+    QString label(double value) const override { return signedLabel(value); }
 };
 
+//! Parametric EQ level in dB: 3 a level line, -18 to +18 labelled every 6.
 class GraphSppVScalePEQ : public GraphScale
 {
     Q_OBJECT
 public:
-    using GraphScale::GraphScale;
+    GraphSppVScalePEQ(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
+
+    Qt::Orientation orientation() const override { return Qt::Vertical; }
+    double rulePosition(double value) const override;
+    QString label(double value) const override { return signedLabel(value); }
 };
 
 //! The scale of a gain-reduction meter: 0 dB at the top, 30 dB of reduction at the bottom.
