@@ -1,0 +1,73 @@
+#include "area_variants.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <cmath>
+
+const QColor BeamArea::defaultBeamColor(0, 153, 221, 110);
+
+BeamArea::BeamArea(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
+    : PadArea(hostCore, registry, parent)
+{
+}
+
+const TagTable &BeamArea::tags()
+{
+    static const TagTable table = TagTable::of<BeamArea>(&PadArea::tags(), {
+        {"Angle", &BeamArea::readAngle},
+        {"BeamColor", &BeamArea::readBeamColor},
+    });
+    return table;
+}
+
+void BeamArea::setAngle(double degrees)
+{
+    if (!std::isfinite(degrees))
+        return;
+    assign(m_angle, qBound(0.0, degrees, 360.0));
+}
+
+void BeamArea::setBeamColor(const QColor &color)
+{
+    assign(m_beamColor, color);
+}
+
+bool BeamArea::readAngle(const QDomElement &e)
+{
+    bool ok = false;
+    const double v = e.text().trimmed().toDouble(&ok);
+    if (!ok || !std::isfinite(v))
+        return false;
+    setAngle(v);
+    return true;
+}
+
+bool BeamArea::readBeamColor(const QDomElement &e)
+{
+    const QColor color = parseColor(e.text());
+    if (!color.isValid())
+        return false;
+    setBeamColor(color);
+    return true;
+}
+
+void BeamArea::paintField(QPainter &painter)
+{
+    if (m_angle <= 0.0)
+        return;
+    const QPointF origin = beamOrigin();
+    const QPointF to = handleCentre() - origin;
+    // Qt counts angles counter-clockwise with y up; a handle on the origin aims straight up.
+    const double aim = to.isNull() ? 90.0 : std::atan2(-to.y(), to.x()) * 180.0 / M_PI;
+    const double reach = std::hypot(width(), height()) + 1;
+    QPainterPath wedge(origin);
+    wedge.arcTo(QRectF(origin.x() - reach, origin.y() - reach, 2 * reach, 2 * reach), aim - m_angle / 2, m_angle);
+    wedge.closeSubpath();
+    QColor c = m_beamColor;
+    if (!isEnabled())
+        c.setAlpha(c.alpha() / 2);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(c);
+    painter.drawPath(wedge);
+}
