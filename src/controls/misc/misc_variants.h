@@ -1,19 +1,7 @@
 #ifndef CORVANE_CONTROLS_MISC_MISC_VARIANTS_H
 #define CORVANE_CONTROLS_MISC_MISC_VARIANTS_H
 
-
-class ColorBox : public BaseWidget
-{
-    Q_OBJECT
-public:
-    using BaseWidget::BaseWidget;
-};
-
-class PairDeviceList : public BaseWidget
-{
-    Q_OBJECT
-public:
-    using BaseWidget::BaseWidget;
-};
+#include "controls/misc/ColorBox.h"
+#include "controls/misc/PairDeviceList.h"
 
 #endif
