@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QTemporaryDir>
 #include <QtTest>
+#include "support/PaintCounter.h"
 
 using Input::mouse;
 
@@ -102,18 +103,6 @@ class Target : public IHostTarget
 public:
     void receiveInteger(int value) override { received.append(value); }
     QList<int> received;
-};
-
-class PaintCounter : public QObject
-{
-public:
-    int paints = 0;
-    bool eventFilter(QObject *, QEvent *e) override
-    {
-        if (e->type() == QEvent::Paint)
-            ++paints;
-        return false;
-    }
 };
 
 } // namespace

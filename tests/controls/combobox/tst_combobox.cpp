@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QSignalSpy>
 #include <QtTest>
+#include "support/PaintCounter.h"
 
 using Input::mouse;
 
@@ -34,18 +35,6 @@ int countNear(const QImage &image, const QColor &colour, const QRect &area, int 
     }
     return n;
 }
-
-class PaintCounter : public QObject
-{
-public:
-    int paints = 0;
-    bool eventFilter(QObject *, QEvent *e) override
-    {
-        if (e->type() == QEvent::Paint)
-            ++paints;
-        return false;
-    }
-};
 
 void sendKey(QWidget *w, int k, Qt::KeyboardModifiers mods = Qt::NoModifier, const QString &text = QString(),
              bool autoRepeat = false)

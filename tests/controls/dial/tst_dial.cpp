@@ -9,6 +9,7 @@
 #include <QtTest>
 
 #include <cmath>
+#include "support/PaintCounter.h"
 
 using Input::key;
 using Input::mouse;
@@ -51,18 +52,6 @@ double clockAngle(const QPointF &d)
 {
     return std::atan2(d.x(), -d.y()) * 180.0 / M_PI;
 }
-
-class PaintCounter : public QObject
-{
-public:
-    int paints = 0;
-    bool eventFilter(QObject *, QEvent *e) override
-    {
-        if (e->type() == QEvent::Paint)
-            ++paints;
-        return false;
-    }
-};
 
 } // namespace
 

@@ -8,6 +8,7 @@
 
 #include <QPaintEvent>
 #include <QtTest>
+#include "support/PaintCounter.h"
 
 namespace {
 
@@ -32,19 +33,6 @@ public:
     int hostMode = 1;
     int stateAnswer = 0;
     mutable QList<QPair<int, int>> stateQueries;
-};
-
-class PaintCounter : public QObject
-{
-public:
-    explicit PaintCounter(QWidget *w) { w->installEventFilter(this); }
-    bool eventFilter(QObject *, QEvent *e) override
-    {
-        if (e->type() == QEvent::Paint)
-            ++paints;
-        return false;
-    }
-    int paints = 0;
 };
 
 QImage paint(QWidget *w)

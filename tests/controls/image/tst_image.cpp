@@ -7,6 +7,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
+#include "support/PaintCounter.h"
 
 namespace {
 
@@ -41,18 +42,6 @@ QRect inkBox(const QImage &image, const QColor &colour)
     }
     return box;
 }
-
-class PaintCounter : public QObject
-{
-public:
-    int paints = 0;
-    bool eventFilter(QObject *, QEvent *e) override
-    {
-        if (e->type() == QEvent::Paint)
-            ++paints;
-        return false;
-    }
-};
 
 const QVariantMap state{{"prmAddr", "Ch/State"}, {"dev_uniq_id", "dev1"}};
 

@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
+#include "support/PaintCounter.h"
 
 namespace {
 
@@ -34,18 +35,6 @@ int countNear(const QImage &image, const QColor &colour, const QRect &area, int 
     }
     return n;
 }
-
-class PaintCounter : public QObject
-{
-public:
-    int paints = 0;
-    bool eventFilter(QObject *, QEvent *e) override
-    {
-        if (e->type() == QEvent::Paint)
-            ++paints;
-        return false;
-    }
-};
 
 QVariantMap parameter(const QString &prmAddr)
 {

@@ -4,6 +4,7 @@
 
 #include <QSignalSpy>
 #include <QtTest>
+#include "support/PaintCounter.h"
 
 using Input::mouse;
 
@@ -24,18 +25,6 @@ void wheel(QWidget *w, int delta)
                   Qt::NoScrollPhase, false);
     QApplication::sendEvent(w, &e);
 }
-
-class PaintCounter : public QObject
-{
-public:
-    int paints = 0;
-    bool eventFilter(QObject *, QEvent *e) override
-    {
-        if (e->type() == QEvent::Paint)
-            ++paints;
-        return false;
-    }
-};
 
 //! A colour box whose dialog answers at once.
 class ScriptedColorBox : public ColorBox

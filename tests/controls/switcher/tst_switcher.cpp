@@ -4,6 +4,7 @@
 
 #include <QSignalSpy>
 #include <QtTest>
+#include "support/PaintCounter.h"
 
 using Input::mouse;
 
@@ -31,18 +32,6 @@ int countNear(const QImage &image, const QColor &colour, const QRect &area, int 
     }
     return n;
 }
-
-class PaintCounter : public QObject
-{
-public:
-    int paints = 0;
-    bool eventFilter(QObject *, QEvent *e) override
-    {
-        if (e->type() == QEvent::Paint)
-            ++paints;
-        return false;
-    }
-};
 
 void wheel(QWidget *w, int delta)
 {
