@@ -1,5 +1,7 @@
 #include "LevelList.h"
 
+#include "core/BaseWidget.h"
+
 #include <QAction>
 #include <QDomElement>
 #include <QMenu>
@@ -49,5 +51,14 @@ bool LevelList::valueOf(const QAction *action, QString *value) const
     if (it == m_actions.cend())
         return false;
     *value = *it;
+    return true;
+}
+
+bool LevelList::sendChoice(const QAction *action, BaseWidget &control) const
+{
+    QString value;
+    if (!valueOf(action, &value))
+        return false;
+    control.requestText(value, 0);
     return true;
 }

@@ -21,6 +21,8 @@ class QMenu;
     value, which lets a fader draw a mark for it; the control never computes
     that position itself.
 */
+class BaseWidget;
+
 class LevelList
 {
 public:
@@ -50,6 +52,8 @@ public:
     void addToMenu(QMenu *menu);
     //! The value text of \a action when it is one of the level entries added last.
     bool valueOf(const QAction *action, QString *value) const;
+    //! When \a action is a level entry, sends its value text to \a control's first parameter (kind 1); true then.
+    bool sendChoice(const QAction *action, BaseWidget &control) const;
 
 private:
     QVector<Level> m_levels;

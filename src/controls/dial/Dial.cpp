@@ -241,11 +241,7 @@ void Dial::buildContextMenu(QMenu *menu)
 
 bool Dial::menuEntryChosen(QAction *action)
 {
-    QString value;
-    if (!m_levels.valueOf(action, &value))
-        return BaseWidget::menuEntryChosen(action);
-    requestText(value, 0);
-    return true;
+    return m_levels.sendChoice(action, *this) || BaseWidget::menuEntryChosen(action);
 }
 
 // ---------------------------------------------------------------------------

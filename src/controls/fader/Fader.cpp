@@ -418,11 +418,7 @@ void Fader::buildContextMenu(QMenu *menu)
 
 bool Fader::menuEntryChosen(QAction *action)
 {
-    QString value;
-    if (!m_levels.valueOf(action, &value))
-        return BaseWidget::menuEntryChosen(action);
-    requestText(value, 0);
-    return true;
+    return m_levels.sendChoice(action, *this) || BaseWidget::menuEntryChosen(action);
 }
 
 // ---------------------------------------------------------------------------

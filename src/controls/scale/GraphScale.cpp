@@ -233,35 +233,3 @@ QString GraphSppHScale::label(double hertz) const
     return QString::number(hertz);
 }
 
-GraphSppVScalePhase::GraphSppVScalePhase(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
-    : GraphScale(hostCore, registry, parent)
-{
-    setMarks({180, 90, 0, -90, -180});
-}
-
-double GraphSppVScalePhase::rulePosition(double degrees) const
-{
-    return levelRow(degrees, 30.0);
-}
-
-GraphSppVScaleSP::GraphSppVScaleSP(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
-    : GraphScale(hostCore, registry, parent)
-{
-    setMarks({36, 24, 12, 0, -12, -24, -36});
-}
-
-double GraphSppVScaleSP::rulePosition(double dB) const
-{
-    return levelRow(dB, 6.0);
-}
-
-GraphSppVScalePEQ::GraphSppVScalePEQ(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
-    : GraphScale(hostCore, registry, parent)
-{
-    setMarks({18, 12, 6, 0, -6, -12, -18});
-}
-
-double GraphSppVScalePEQ::rulePosition(double dB) const
-{
-    return levelRow(dB, 3.0);
-}

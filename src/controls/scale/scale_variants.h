@@ -19,40 +19,50 @@ public:
     QString label(double hertz) const override;
 };
 
+/*!
+    A vertical scale of level lines:  perLine units a line, 0 on the mid
+    line, labelled from + top to - top every  step, signs shown.
+*/
+template <int perLine, int top, int step>
+class LevelLineScale : public GraphScale
+{
+public:
+    LevelLineScale(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
+        : GraphScale(hostCore, registry, parent)
+    {
+        QList<double> marks;
+        for (int v = top; v >= -top; v -= step)
+            marks.append(v);
+        setMarks(marks);
+    }
+
+    Qt::Orientation orientation() const override { return Qt::Vertical; }
+    double rulePosition(double value) const override { return levelRow(value, perLine); }
+    QString label(double value) const override { return signedLabel(value); }
+};
+
 //! Phase in degrees: 30 a level line, -180 to +180 labelled every 90.
-class GraphSppVScalePhase : public GraphScale
+class GraphSppVScalePhase : public LevelLineScale<30, 180, 90>
 {
     Q_OBJECT
 public:
-    GraphSppVScalePhase(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
-
-    Qt::Orientation orientation() const override { return Qt::Vertical; }
-    double rulePosition(double value) const override;
-    QString label(double value) const override { return signedLabel(value); }
+    using LevelLineScale::LevelLineScale;
 };
 
 //! Speaker-processor level in dB: 6 a level line, -36 to +36 labelled every 12.
-class GraphSppVScaleSP : public GraphScale
+class GraphSppVScaleSP : public LevelLineScale<6, 36, 12>
 {
     Q_OBJECT
 public:
-    GraphSppVScaleSP(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
-
-    Qt::Orientation orientation() const override { return Qt::Vertical; }
-    double rulePosition(double value) const override;
-    QString label(double value) const override { return signedLabel(value); }
+    using LevelLineScale::LevelLineScale;
 };
 
 //! Parametric EQ level in dB: 3 a level line, -18 to +18 labelled every 6.
-class GraphSppVScalePEQ : public GraphScale
+class GraphSppVScalePEQ : public LevelLineScale<3, 18, 6>
 {
     Q_OBJECT
 public:
-    GraphSppVScalePEQ(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
-
-    Qt::Orientation orientation() const override { return Qt::Vertical; }
-    double rulePosition(double value) const override;
-    QString label(double value) const override { return signedLabel(value); }
+    using LevelLineScale::LevelLineScale;
 };
 
 //! The scale of a gain-reduction meter: 0 dB at the top, 30 dB of reduction at the bottom.
