@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 #include "support/PaintCounter.h"
+#include "support/Pixels.h"
 
 using Input::mouse;
 
@@ -30,16 +31,7 @@ QImage render(QWidget *w)
 //! Pixels in \a area whose colour is close to \a colour (text is antialiased).
 int countNear(const QImage &image, const QColor &colour, const QRect &area, int tolerance = 40)
 {
-    int n = 0;
-    for (int y = area.top(); y <= area.bottom(); ++y) {
-        for (int x = area.left(); x <= area.right(); ++x) {
-            const QColor c = image.pixelColor(x, y);
-            if (qAbs(c.red() - colour.red()) + qAbs(c.green() - colour.green()) + qAbs(c.blue() - colour.blue())
-                <= tolerance)
-                ++n;
-        }
-    }
-    return n;
+    return Pixels::countNear(image, colour, area, tolerance);
 }
 
 //! The bounding box of the pixels countNear() counts.

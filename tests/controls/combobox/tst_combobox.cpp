@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QtTest>
 #include "support/PaintCounter.h"
+#include "support/Pixels.h"
 
 using Input::mouse;
 
@@ -23,17 +24,7 @@ QImage render(QWidget *w)
 
 int countNear(const QImage &image, const QColor &colour, const QRect &area, int tolerance = 60)
 {
-    int n = 0;
-    const QRect r = area & image.rect();
-    for (int y = r.top(); y <= r.bottom(); ++y) {
-        for (int x = r.left(); x <= r.right(); ++x) {
-            const QColor c = image.pixelColor(x, y);
-            if (qAbs(c.red() - colour.red()) + qAbs(c.green() - colour.green()) + qAbs(c.blue() - colour.blue())
-                <= tolerance)
-                ++n;
-        }
-    }
-    return n;
+    return Pixels::countNear(image, colour, area, tolerance);
 }
 
 void sendKey(QWidget *w, int k, Qt::KeyboardModifiers mods = Qt::NoModifier, const QString &text = QString(),

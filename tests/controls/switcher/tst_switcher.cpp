@@ -5,6 +5,7 @@
 #include <QSignalSpy>
 #include <QtTest>
 #include "support/PaintCounter.h"
+#include "support/Pixels.h"
 
 using Input::mouse;
 
@@ -20,17 +21,7 @@ QImage render(QWidget *w)
 
 int countNear(const QImage &image, const QColor &colour, const QRect &area, int tolerance = 30)
 {
-    int n = 0;
-    const QRect r = area & image.rect();
-    for (int y = r.top(); y <= r.bottom(); ++y) {
-        for (int x = r.left(); x <= r.right(); ++x) {
-            const QColor c = image.pixelColor(x, y);
-            if (qAbs(c.red() - colour.red()) + qAbs(c.green() - colour.green()) + qAbs(c.blue() - colour.blue())
-                <= tolerance)
-                ++n;
-        }
-    }
-    return n;
+    return Pixels::countNear(image, colour, area, tolerance);
 }
 
 void wheel(QWidget *w, int delta)
