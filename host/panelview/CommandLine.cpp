@@ -37,6 +37,20 @@ bool CommandLine::parse(const QStringList &arguments, QString *error)
             check = true;
         } else if (a == QLatin1String("--list-types")) {
             listTypes = true;
+        } else if (a == QLatin1String("--json")) {
+            json = true;
+        } else if (a == QLatin1String("--list-models")) {
+            listModels = true;
+        } else if (a == QLatin1String("--list-parameters")) {
+            if (!value(&listParameters))
+                return false;
+        } else if (a == QLatin1String("--describe")) {
+            if (!value(&describe))
+                return false;
+        } else if (a == QLatin1String("--schema")) {
+            schema = true;
+        } else if (a == QLatin1String("--watch")) {
+            watch = true;
         } else if (a == QLatin1String("--trace")) {
             trace = true;
         } else if (a == QLatin1String("--help") || a == QLatin1String("-h")) {
@@ -51,7 +65,7 @@ bool CommandLine::parse(const QStringList &arguments, QString *error)
             return false;
         }
     }
-    if (!help && !listTypes && panel.isEmpty()) {
+    if (!help && !listTypes && !discovery() && panel.isEmpty()) {
         *error = QStringLiteral("no panel description given");
         return false;
     }
@@ -63,6 +77,7 @@ QString CommandLine::usage()
     return QStringLiteral(
         "usage: panelview [options] PANEL.xml\n"
         "       panelview --list-types [--plugin PATH]\n"
+        "       panelview --list-models | --list-parameters MODEL | --describe TYPE | --schema\n"
         "\n"
         "Opens a panel description with the widget plug-in and a simulated device.\n"
         "\n"
@@ -74,5 +89,11 @@ QString CommandLine::usage()
         "  --zoom F             zoom factor (1 is design size)\n"
         "  --plugin PATH        the widget plug-in (default: the one next to panelview)\n"
         "  --list-types         print the type names the plug-in creates\n"
-        "  --trace              in the window, print requests and selections as JSON lines\n");
+        "  --trace              in the window, print requests and selections as JSON lines\n"
+        "  --json               with --check, print the findings as JSON lines\n"
+        "  --watch              rebuild the window when the panel or a file it uses changes\n"
+        "  --list-models        print the device models of the simulated database\n"
+        "  --list-parameters MODEL  print a model's parameters: address, kind, range, unit, options\n"
+        "  --describe TYPE      print a type's tags, properties and address layout\n"
+        "  --schema             print an XML Schema of the panel format\n");
 }

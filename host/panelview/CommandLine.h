@@ -15,11 +15,20 @@ struct CommandLine
     bool listTypes = false;
     bool trace = false;
     bool help = false;
+    // Panel authoring: --check --json, discovery, the schema, live reload.
+    bool json = false;
+    bool listModels = false;
+    QString listParameters;
+    QString describe;
+    bool schema = false;
+    bool watch = false;
 
     //! Reads the arguments (without the program name); false with \a error set when they make no sense.
     bool parse(const QStringList &arguments, QString *error);
     //! Whether this run needs no display (everything but the window).
-    bool headless() const { return check || listTypes || !screenshot.isEmpty() || !script.isEmpty(); }
+    bool headless() const { return check || listTypes || !screenshot.isEmpty() || !script.isEmpty() || discovery(); }
+    //! Whether this run only describes the plug-in or the devices and needs no panel.
+    bool discovery() const { return listModels || !listParameters.isEmpty() || !describe.isEmpty() || schema; }
     static QString usage();
 };
 

@@ -1,4 +1,5 @@
 #include "CommandLine.h"
+#include "Linter.h"
 #include "PanelChecker.h"
 #include "PanelFactory.h"
 #include "PanelHost.h"
@@ -37,25 +38,6 @@ int fail(const QString &message)
     err() << "panelview: " << message << '\n';
     err().flush();
     return 1;
-}
-
-// What --check needs to know of a type: whether the factory makes it, and
-// which tags the control reads.
-PanelChecker::TypeLookup typeLookup(IWidgetFactory *factory)
-{
-    return [factory](const QString &type, QStringList *tags) {
-        NullHostCore host;
-        ParameterManagementRegistry registry;
-        QWidget scratch;
-        IWidgetCore *core = factory->create(type, &scratch, &host, &registry);
-        QWidget *w = core ? widgetOf(core) : nullptr;
-        if (!w)
-            return PanelChecker::UnknownType;
-        const bool answered = QMetaObject::invokeMethod(w, "handledTags", Qt::DirectConnection,
-                                                        Q_RETURN_ARG(QStringList, *tags));
-        delete w;
-        return answered ? PanelChecker::KnownTypeWithTags : PanelChecker::KnownType;
-    };
 }
 
 bool hasDisplay()
@@ -138,16 +120,15 @@ int main(int argc, char *argv[])
     const QByteArray xml = file.readAll();
 
     ParameterDatabase *database = ParameterDatabase::instance();
-    const PanelChecker checker(typeLookup(factory),
-                               [database](const QString &model) { return database->hasModel(model); });
+    QStringList typeNames;
+    TypeNames::of(pluginPath, &typeNames, &error);
+    const PanelChecker checker = Linter::checker(factory, database, options.panel, typeNames);
     const QList<PanelChecker::Finding> findings = checker.check(xml);
     if (options.check) {
         QTextStream out(stdout);
-        for (const QString &line : PanelChecker::format(options.panel, findings))
-            out << line << '\n';
-        return PanelChecker::hasError(findings) ? 1 : 0;
+        return Linter::report(out, options.panel, findings, options.json);
     }
-    for (const QString &line : PanelChecker::format(options.panel, findings))
+    for (const QString &line : PanelChecker::format(options.panel, PanelChecker::collapse(findings)))
         err() << line << '\n';
     err().flush();
 

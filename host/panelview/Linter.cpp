@@ -1,0 +1,92 @@
+#include "Linter.h"
+
+#include "JsonWriter.h"
+#include "ParameterDatabase.h"
+
+#include <corvane/IHostCore.h>
+#include <corvane/IWidgetCore.h>
+#include <corvane/IWidgetFactory.h>
+#include <corvane/ParameterManagement.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QTextStream>
+#include <QWidget>
+
+namespace Linter {
+
+bool imageExists(const QString &panelFolder, const QString &name)
+{
+    if (QFileInfo(name).isAbsolute())
+        return QFileInfo(name).isFile();
+    return QFileInfo(QDir(panelFolder).filePath(name)).isFile() || QFileInfo(QLatin1String(":/") + name).isFile();
+}
+
+bool panelFileExists(const QString &panelFolder, const QString &name)
+{
+    const QString file = name.endsWith(QLatin1String(".xml")) ? name : name + QLatin1String(".xml");
+    if (QFileInfo(file).isAbsolute())
+        return QFileInfo(file).isFile();
+    return QFileInfo(QDir(panelFolder).filePath(file)).isFile()
+        || QFileInfo(QDir(QCoreApplication::applicationDirPath() + QLatin1String("/panels")).filePath(file)).isFile();
+}
+
+PanelChecker checker(IWidgetFactory *factory, ParameterDatabase *database, const QString &panelPath,
+                     const QStringList &typeNames)
+{
+    // Whether the factory makes a type, and which tags the control reads.
+    auto types = [factory](const QString &type, QStringList *tags) {
+        NullHostCore host;
+        ParameterManagementRegistry registry;
+        QWidget scratch;
+        IWidgetCore *core = factory->create(type, &scratch, &host, &registry);
+        QWidget *w = core ? widgetOf(core) : nullptr;
+        if (!w)
+            return PanelChecker::UnknownType;
+        const bool answered = QMetaObject::invokeMethod(w, "handledTags", Qt::DirectConnection,
+                                                        Q_RETURN_ARG(QStringList, *tags));
+        delete w;
+        return answered ? PanelChecker::KnownTypeWithTags : PanelChecker::KnownType;
+    };
+    PanelChecker c(types, [database](const QString &model) { return database->hasModel(model); });
+    c.setTypeNames(typeNames);
+    c.setParameterLookup([database](const QString &model) {
+        QStringList addresses;
+        for (const ParameterDefinition &d : database->definitions(model))
+            addresses << d.address;
+        return addresses;
+    });
+    const QString folder = QFileInfo(panelPath).absolutePath();
+    c.setFileLookup([folder](PanelChecker::FileKind kind, const QString &name) {
+        return kind == PanelChecker::ImageFile ? imageExists(folder, name) : panelFileExists(folder, name);
+    });
+    return c;
+}
+
+int report(QTextStream &out, const QString &file, const QList<PanelChecker::Finding> &findings, bool json)
+{
+    const QList<PanelChecker::Finding> collapsed = PanelChecker::collapse(findings);
+    int errors = 0, warnings = 0;
+    for (const PanelChecker::Finding &f : collapsed)
+        (f.error ? errors : warnings) += 1 + f.repeats.size();
+    if (json) {
+        for (const QString &line : PanelChecker::formatJson(file, collapsed))
+            out << line << '\n';
+        out << Json::Object()
+                   .add(QStringLiteral("file"), file)
+                   .add(QStringLiteral("summary"), PanelChecker::summary(collapsed))
+                   .add(QStringLiteral("errors"), errors)
+                   .add(QStringLiteral("warnings"), warnings)
+                   .toString()
+            << '\n';
+    } else {
+        for (const QString &line : PanelChecker::format(file, collapsed))
+            out << line << '\n';
+        out << PanelChecker::summary(collapsed) << '\n';
+    }
+    out.flush();
+    return errors > 0 ? 1 : 0;
+}
+
+} // namespace Linter

@@ -1,0 +1,31 @@
+#ifndef CORVANE_HOST_LINTER_H
+#define CORVANE_HOST_LINTER_H
+
+#include "PanelChecker.h"
+
+class IWidgetFactory;
+class ParameterDatabase;
+class QTextStream;
+
+/*
+    --check for panelview: a PanelChecker that knows the plug-in's types and
+    tags, the simulated database's device models and the files next to the
+    panel, and the report it prints.
+*/
+namespace Linter {
+
+//! A checker for the panel at \a panelPath; \a typeNames are the plug-in's names, for suggestions.
+PanelChecker checker(IWidgetFactory *factory, ParameterDatabase *database, const QString &panelPath,
+                     const QStringList &typeNames);
+
+//! Whether an image named \a name in a panel in \a panelFolder is found (file, or a resource of the plug-in).
+bool imageExists(const QString &panelFolder, const QString &name);
+//! Whether a panel file named \a name (".xml" optional) is found for a panel in \a panelFolder.
+bool panelFileExists(const QString &panelFolder, const QString &name);
+
+//! Prints the collapsed findings and the summary line (or JSON lines with \a json); the exit status.
+int report(QTextStream &out, const QString &file, const QList<PanelChecker::Finding> &findings, bool json);
+
+} // namespace Linter
+
+#endif
