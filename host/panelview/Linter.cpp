@@ -32,23 +32,24 @@ bool panelFileExists(const QString &panelFolder, const QString &name)
         || QFileInfo(QDir(QCoreApplication::applicationDirPath() + QLatin1String("/panels")).filePath(file)).isFile();
 }
 
+PanelChecker::TypeKnowledge tagsOf(IWidgetFactory *factory, const QString &type, QStringList *tags)
+{
+    NullHostCore host;
+    ParameterManagementRegistry registry;
+    QWidget scratch;
+    IWidgetCore *core = factory->create(type, &scratch, &host, &registry);
+    QWidget *w = core ? widgetOf(core) : nullptr;
+    if (!w)
+        return PanelChecker::UnknownType;
+    const bool answered = QMetaObject::invokeMethod(w, "handledTags", Qt::DirectConnection, Q_RETURN_ARG(QStringList, *tags));
+    delete w;
+    return answered ? PanelChecker::KnownTypeWithTags : PanelChecker::KnownType;
+}
+
 PanelChecker checker(IWidgetFactory *factory, ParameterDatabase *database, const QString &panelPath,
                      const QStringList &typeNames)
 {
-    // Whether the factory makes a type, and which tags the control reads.
-    auto types = [factory](const QString &type, QStringList *tags) {
-        NullHostCore host;
-        ParameterManagementRegistry registry;
-        QWidget scratch;
-        IWidgetCore *core = factory->create(type, &scratch, &host, &registry);
-        QWidget *w = core ? widgetOf(core) : nullptr;
-        if (!w)
-            return PanelChecker::UnknownType;
-        const bool answered = QMetaObject::invokeMethod(w, "handledTags", Qt::DirectConnection,
-                                                        Q_RETURN_ARG(QStringList, *tags));
-        delete w;
-        return answered ? PanelChecker::KnownTypeWithTags : PanelChecker::KnownType;
-    };
+    auto types = [factory](const QString &type, QStringList *tags) { return tagsOf(factory, type, tags); };
     PanelChecker c(types, [database](const QString &model) { return database->hasModel(model); });
     c.setTypeNames(typeNames);
     c.setParameterLookup([database](const QString &model) {

@@ -14,6 +14,9 @@ class QTextStream;
 */
 namespace Linter {
 
+//! What the factory knows of \a type, and the tags it reads.
+PanelChecker::TypeKnowledge tagsOf(IWidgetFactory *factory, const QString &type, QStringList *tags);
+
 //! A checker for the panel at \a panelPath; \a typeNames are the plug-in's names, for suggestions.
 PanelChecker checker(IWidgetFactory *factory, ParameterDatabase *database, const QString &panelPath,
                      const QStringList &typeNames);

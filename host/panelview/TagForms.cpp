@@ -181,7 +181,10 @@ const QHash<QString, Entry> &table()
 const Entry *find(const QString &tag, const QString &parent)
 {
     const QHash<QString, Entry> &t = table();
-    auto it = parent.isEmpty() ? t.constFind(tag) : t.constFind(parent + QLatin1Char('/') + tag);
+    // A child without an entry of its own takes what the tag takes at the top.
+    auto it = parent.isEmpty() ? t.cend() : t.constFind(parent + QLatin1Char('/') + tag);
+    if (it == t.cend())
+        it = t.constFind(tag);
     return it == t.cend() ? nullptr : &*it;
 }
 

@@ -44,7 +44,7 @@ struct Entry
     QStringList children; // Children and Controls: the child tags read; "*" for any
 };
 
-//! The entry of \a tag, or of \a parent "/" \a tag when \a parent is given; null when the table has none.
+//! The entry of \a parent "/" \a tag, else of \a tag; null when the table has neither.
 const Entry *find(const QString &tag, const QString &parent = QString());
 //! Every top-level tag of the table, sorted.
 QStringList tags();

@@ -1,9 +1,11 @@
 #include "CommandLine.h"
+#include "Discovery.h"
 #include "Linter.h"
 #include "PanelChecker.h"
 #include "PanelFactory.h"
 #include "PanelHost.h"
 #include "ParameterDatabase.h"
+#include "Schema.h"
 #include "ScriptRunner.h"
 #include "TypeNames.h"
 
@@ -44,6 +46,34 @@ bool hasDisplay()
 {
     return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || qEnvironmentVariableIsSet("DISPLAY")
         || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+}
+
+// --list-models, --list-parameters, --describe, --schema.
+int discover(const CommandLine &options, IWidgetFactory *factory, const QString &pluginPath)
+{
+    QTextStream out(stdout);
+    QString error;
+    QStringList typeNames;
+    if (!options.describe.isEmpty() || options.schema) {
+        if (!TypeNames::of(pluginPath, &typeNames, &error))
+            return fail(QStringLiteral("the plug-in lists no type names: %1").arg(error));
+    }
+    const ParameterDatabase &database = *ParameterDatabase::instance();
+    bool ok = true;
+    if (options.listModels)
+        Discovery::listModels(database, out);
+    if (ok && !options.listParameters.isEmpty())
+        ok = Discovery::listParameters(database, options.listParameters, out, &error);
+    if (ok && !options.describe.isEmpty())
+        ok = Discovery::describe(factory, typeNames, options.describe, out, &error);
+    if (ok && options.schema) {
+        QMap<QString, QStringList> tags;
+        for (const QString &type : qAsConst(typeNames))
+            Linter::tagsOf(factory, type, &tags[type]);
+        out << Schema::generate(typeNames, tags);
+    }
+    out.flush();
+    return ok ? 0 : fail(error);
 }
 
 } // namespace
@@ -113,6 +143,9 @@ int main(int argc, char *argv[])
             out << name << QLatin1Char('\n');
         return 0;
     }
+
+    if (options.discovery())
+        return discover(options, factory, pluginPath);
 
     QFile file(options.panel);
     if (!file.open(QIODevice::ReadOnly))

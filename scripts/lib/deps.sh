@@ -4,6 +4,7 @@ CORVANE_PACKAGES=(
     qtbase5-dev qtbase5-dev-tools libqt5svg5-dev qttools5-dev
     xvfb xauth xdotool x11-utils
     fonts-dejavu-core
+    libxml2-utils
 )
 
 # Installs the packages that are missing; runs apt-get update only when

@@ -41,6 +41,8 @@ class QMouseEvent;
 class BaseWidget : public QWidget, public IWidgetCore
 {
     Q_OBJECT
+    // The meaning of each address index, for hosts and panelview --describe.
+    Q_CLASSINFO("Addresses", "0: the parameter the control shows and changes")
     Q_PROPERTY(bool highlight READ highlight WRITE setHighlight)
     Q_PROPERTY(bool active READ isActive WRITE setActive)
     Q_PROPERTY(bool dragEnabled READ dragEnabled WRITE setDragEnabled)

@@ -26,6 +26,8 @@
 class Meter : public BaseWidget
 {
     Q_OBJECT
+    // The meaning of each address index, for hosts and panelview --describe.
+    Q_CLASSINFO("Addresses", "0: the level|1: the online state (optional)")
     Q_PROPERTY(QString image READ image WRITE setImage)
     Q_PROPERTY(int level READ level WRITE setLevel NOTIFY levelChanged)
     Q_PROPERTY(bool online READ isOnline)

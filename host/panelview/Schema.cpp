@@ -1,0 +1,236 @@
+#include "Schema.h"
+
+#include "TagForms.h"
+
+#include <QSet>
+#include <QXmlStreamWriter>
+
+namespace Schema {
+
+namespace {
+
+class Writer
+{
+public:
+    explicit Writer(QString *out) : m_xml(out) { m_xml.setAutoFormatting(true); m_xml.setAutoFormattingIndent(1); }
+
+    void start(const char *name) { m_xml.writeStartElement(QLatin1String("xs:") + QLatin1String(name)); }
+    void end() { m_xml.writeEndElement(); }
+    void attribute(const char *name, const QString &value) { m_xml.writeAttribute(QLatin1String(name), value); }
+    QXmlStreamWriter &xml() { return m_xml; }
+
+    // Attributes are free on every element but Panel and Widget: controls read many of their own.
+    void anyAttribute()
+    {
+        start("anyAttribute");
+        attribute("processContents", QStringLiteral("skip"));
+        end();
+    }
+
+    void simpleContent(const QString &base)
+    {
+        start("simpleContent");
+        start("extension");
+        attribute("base", base);
+        anyAttribute();
+        end();
+        end();
+    }
+
+    void anything()
+    {
+        attribute("mixed", QStringLiteral("true"));
+        start("sequence");
+        start("any");
+        attribute("minOccurs", QStringLiteral("0"));
+        attribute("maxOccurs", QStringLiteral("unbounded"));
+        attribute("processContents", QStringLiteral("skip"));
+        end();
+        end();
+        anyAttribute();
+    }
+
+    void choiceOf(const QStringList &children, const QString &parent)
+    {
+        start("choice");
+        attribute("minOccurs", QStringLiteral("0"));
+        attribute("maxOccurs", QStringLiteral("unbounded"));
+        for (const QString &child : children)
+            element(child, parent);
+        end();
+    }
+
+    // One element declaration, its content given by the tag's form.
+    void element(const QString &tag, const QString &parent)
+    {
+        start("element");
+        attribute("name", tag);
+        if (tag == QLatin1String("Widget")) {
+            attribute("type", QStringLiteral("Widget"));
+            end();
+            return;
+        }
+        const TagForms::Entry *entry = TagForms::find(tag, parent);
+        const TagForms::Form form = entry ? entry->form : TagForms::Text;
+        start("complexType");
+        switch (form) {
+        case TagForms::Boolean:
+            simpleContent(QStringLiteral("ExactBoolean"));
+            break;
+        case TagForms::Colour:
+            simpleContent(QStringLiteral("Colour"));
+            break;
+        case TagForms::Whole:
+            simpleContent(QStringLiteral("WholeNumber"));
+            break;
+        case TagForms::Whole16:
+            simpleContent(QStringLiteral("xs:short"));
+            break;
+        case TagForms::Number:
+            simpleContent(QStringLiteral("xs:double"));
+            break;
+        case TagForms::Position:
+            simpleContent(QStringLiteral("Position"));
+            break;
+        case TagForms::Address:
+            anything();
+            break;
+        case TagForms::AddressList:
+            choiceOf({QStringLiteral("Address")}, tag);
+            break;
+        case TagForms::Children:
+        case TagForms::Controls:
+            if (entry->children.contains(QLatin1String("*"))) {
+                anything();
+                break;
+            }
+            attribute("mixed", QStringLiteral("true"));
+            choiceOf(entry->children, tag);
+            anyAttribute();
+            break;
+        default:
+            simpleContent(QStringLiteral("xs:string"));
+            break;
+        }
+        end();
+        end();
+    }
+
+    void restriction(const char *name, const QString &base, const QString &pattern, const QStringList &values = {})
+    {
+        start("simpleType");
+        attribute("name", QLatin1String(name));
+        start("restriction");
+        attribute("base", base);
+        if (!pattern.isEmpty()) {
+            start("pattern");
+            attribute("value", pattern);
+            end();
+        }
+        for (const QString &v : values) {
+            start("enumeration");
+            attribute("value", v);
+            end();
+        }
+        end();
+        end();
+    }
+
+private:
+    QXmlStreamWriter m_xml;
+};
+
+} // namespace
+
+QString generate(const QStringList &typeNames, const QMap<QString, QStringList> &tagsByType)
+{
+    QSet<QString> seen;
+    QStringList tags;
+    for (const QStringList &list : tagsByType) {
+        for (const QString &tag : list) {
+            if (!seen.contains(tag)) {
+                seen.insert(tag);
+                tags << tag;
+            }
+        }
+    }
+    tags.sort();
+
+    QString out;
+    Writer w(&out);
+    w.xml().writeStartDocument();
+    w.xml().writeComment(QStringLiteral(" The panel format, as panelview writes it. "));
+    w.start("schema");
+    w.xml().writeNamespace(QStringLiteral("http://www.w3.org/2001/XMLSchema"), QStringLiteral("xs"));
+    w.attribute("elementFormDefault", QStringLiteral("qualified"));
+
+    w.start("element");
+    w.attribute("name", QStringLiteral("Panel"));
+    w.attribute("type", QStringLiteral("Panel"));
+    w.end();
+
+    w.start("complexType");
+    w.attribute("name", QStringLiteral("Panel"));
+    w.start("choice");
+    w.attribute("minOccurs", QStringLiteral("0"));
+    w.attribute("maxOccurs", QStringLiteral("unbounded"));
+    w.start("element");
+    w.attribute("name", QStringLiteral("Device"));
+    w.start("complexType");
+    for (const char *name : {"id", "model"}) {
+        w.start("attribute");
+        w.attribute("name", QLatin1String(name));
+        w.attribute("type", QStringLiteral("xs:string"));
+        w.attribute("use", QStringLiteral("required"));
+        w.end();
+    }
+    w.end();
+    w.end();
+    w.element(QStringLiteral("Widget"), QString());
+    w.end();
+    for (const char *name : {"width", "height"}) {
+        w.start("attribute");
+        w.attribute("name", QLatin1String(name));
+        w.attribute("type", QStringLiteral("xs:short"));
+        w.end();
+    }
+    w.start("attribute");
+    w.attribute("name", QStringLiteral("background"));
+    w.attribute("type", QStringLiteral("Colour"));
+    w.end();
+    w.start("attribute");
+    w.attribute("name", QStringLiteral("name"));
+    w.attribute("type", QStringLiteral("xs:string"));
+    w.end();
+    w.start("attribute");
+    w.attribute("name", QStringLiteral("file"));
+    w.attribute("type", QStringLiteral("xs:string"));
+    w.end();
+    w.end();
+
+    w.start("complexType");
+    w.attribute("name", QStringLiteral("Widget"));
+    w.choiceOf(tags, QString());
+    w.start("attribute");
+    w.attribute("name", QStringLiteral("type"));
+    w.attribute("type", QStringLiteral("TypeName"));
+    w.attribute("use", QStringLiteral("required"));
+    w.end();
+    w.start("attribute");
+    w.attribute("name", QStringLiteral("name"));
+    w.attribute("type", QStringLiteral("xs:string"));
+    w.end();
+    w.end();
+
+    w.restriction("TypeName", QStringLiteral("xs:string"), QString(), typeNames);
+    w.restriction("ExactBoolean", QStringLiteral("xs:string"), QString(), {QStringLiteral("true"), QStringLiteral("false")});
+    w.restriction("Colour", QStringLiteral("xs:string"),
+                  QStringLiteral("\\s*\\d{1,3}\\s*,\\s*\\d{1,3}\\s*,\\s*\\d{1,3}\\s*(,\\s*\\d{1,3}\\s*)?"));
+    w.restriction("WholeNumber", QStringLiteral("xs:string"), QStringLiteral("\\s*[\\-+]?\\d+\\s*"));
+    w.restriction("Position", QStringLiteral("xs:string"), QStringLiteral("\\s*(0(\\.\\d*)?|1(\\.0*)?|\\.\\d+)\\s*"));
+    w.end();
+    w.xml().writeEndDocument();
+    return out;
+}
+
+} // namespace Schema
