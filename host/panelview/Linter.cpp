@@ -16,20 +16,35 @@
 
 namespace Linter {
 
-bool imageExists(const QString &panelFolder, const QString &name)
+namespace {
+
+QString firstFile(const QStringList &candidates)
 {
-    if (QFileInfo(name).isAbsolute())
-        return QFileInfo(name).isFile();
-    return QFileInfo(QDir(panelFolder).filePath(name)).isFile() || QFileInfo(QLatin1String(":/") + name).isFile();
+    for (const QString &c : candidates) {
+        if (QFileInfo(c).isFile())
+            return QFileInfo(c).absoluteFilePath();
+    }
+    return QString();
 }
 
-bool panelFileExists(const QString &panelFolder, const QString &name)
+} // namespace
+
+// As the controls look images up: absolute, next to the panel, then in the plug-in.
+QString resolveImage(const QString &panelFolder, const QString &name)
+{
+    if (QFileInfo(name).isAbsolute())
+        return firstFile({name});
+    return firstFile({QDir(panelFolder).filePath(name), QLatin1String(":/") + name});
+}
+
+// As the panel factory looks pages up: next to the panel, then in panels/ of the application.
+QString resolvePanelFile(const QString &panelFolder, const QString &name)
 {
     const QString file = name.endsWith(QLatin1String(".xml")) ? name : name + QLatin1String(".xml");
     if (QFileInfo(file).isAbsolute())
-        return QFileInfo(file).isFile();
-    return QFileInfo(QDir(panelFolder).filePath(file)).isFile()
-        || QFileInfo(QDir(QCoreApplication::applicationDirPath() + QLatin1String("/panels")).filePath(file)).isFile();
+        return firstFile({file});
+    return firstFile({QDir(panelFolder).filePath(file),
+                      QDir(QCoreApplication::applicationDirPath() + QLatin1String("/panels")).filePath(file)});
 }
 
 PanelChecker::TypeKnowledge tagsOf(IWidgetFactory *factory, const QString &type, QStringList *tags)
@@ -60,7 +75,7 @@ PanelChecker checker(IWidgetFactory *factory, ParameterDatabase *database, const
     });
     const QString folder = QFileInfo(panelPath).absolutePath();
     c.setFileLookup([folder](PanelChecker::FileKind kind, const QString &name) {
-        return kind == PanelChecker::ImageFile ? imageExists(folder, name) : panelFileExists(folder, name);
+        return !(kind == PanelChecker::ImageFile ? resolveImage(folder, name) : resolvePanelFile(folder, name)).isEmpty();
     });
     return c;
 }

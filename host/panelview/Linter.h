@@ -21,10 +21,11 @@ PanelChecker::TypeKnowledge tagsOf(IWidgetFactory *factory, const QString &type,
 PanelChecker checker(IWidgetFactory *factory, ParameterDatabase *database, const QString &panelPath,
                      const QStringList &typeNames);
 
-//! Whether an image named \a name in a panel in \a panelFolder is found (file, or a resource of the plug-in).
-bool imageExists(const QString &panelFolder, const QString &name);
-//! Whether a panel file named \a name (".xml" optional) is found for a panel in \a panelFolder.
-bool panelFileExists(const QString &panelFolder, const QString &name);
+//! The file an image named \a name in a panel in \a panelFolder resolves to (a resource of the plug-in
+//! starts with ":"); empty when there is none.
+QString resolveImage(const QString &panelFolder, const QString &name);
+//! The file a panel file named \a name (".xml" optional) resolves to for a panel in \a panelFolder; empty when none.
+QString resolvePanelFile(const QString &panelFolder, const QString &name);
 
 //! Prints the collapsed findings and the summary line (or JSON lines with \a json); the exit status.
 int report(QTextStream &out, const QString &file, const QList<PanelChecker::Finding> &findings, bool json);

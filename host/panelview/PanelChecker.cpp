@@ -566,7 +566,9 @@ void PanelChecker::checkPlacement(const QList<QDomElement> &widgets, int width, 
         else if (v[0] < 0 || v[1] < 0 || right > width || bottom > height)
             context.warning(rect, QStringLiteral("\"%1\" (%2,%3 %4x%5) reaches past the edge of the %6x%7 panel")
                                       .arg(name).arg(v[0]).arg(v[1]).arg(v[2]).arg(v[3]).arg(width).arg(height));
-        const QString key = QStringLiteral("%1,%2,%3,%4").arg(v[0]).arg(v[1]).arg(v[2]).arg(v[3]);
+        QString key = QStringLiteral("%1,%2,%3,%4").arg(v[0]).arg(v[1]).arg(v[2]).arg(v[3]);
+        // Layers of different types (a graph over its background) share a place on purpose.
+        key += QLatin1Char(' ') + widget.attribute(QStringLiteral("type"));
         if (v[2] > 0 && v[3] > 0 && seen.contains(key))
             context.warning(rect, QStringLiteral("\"%1\" lies exactly on \"%2\" (line %3)").arg(name, seen.value(key).name).arg(seen.value(key).line));
         else

@@ -25,7 +25,7 @@ PanelHost::~PanelHost()
         m_database->setObserver(nullptr);
 }
 
-bool PanelHost::load(const QByteArray &xml, const QString &path, QString *error)
+bool PanelHost::load(const QByteArray &xml, const QString &path, QString *error, bool keepValues)
 {
     QString message;
     int line = 0;
@@ -42,13 +42,15 @@ bool PanelHost::load(const QByteArray &xml, const QString &path, QString *error)
     m_basePath = QFileInfo(path).absolutePath();
     m_designSize = QSize(root.attribute(QStringLiteral("width")).toInt(),
                          root.attribute(QStringLiteral("height")).toInt());
-    m_database->clearDevices();
+    if (!keepValues)
+        m_database->clearDevices();
     m_owner.clear();
     for (QDomElement d = root.firstChildElement(QStringLiteral("Device")); !d.isNull();
          d = d.nextSiblingElement(QStringLiteral("Device"))) {
         const QString id = d.attribute(QStringLiteral("id"));
         const QString model = d.attribute(QStringLiteral("model"));
-        if (!m_database->addDevice(id, model))
+        const bool kept = keepValues && m_database->device(id).value(Key::dev_model).toString() == model;
+        if (!kept && !m_database->addDevice(id, model))
             continue;
         if (m_owner.isEmpty())
             m_owner = {{Key::dev_uniq_id, id}, {Key::dev_model, model}};

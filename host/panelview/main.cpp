@@ -4,6 +4,7 @@
 #include "PanelChecker.h"
 #include "PanelFactory.h"
 #include "PanelHost.h"
+#include "PanelWatcher.h"
 #include "ParameterDatabase.h"
 #include "Schema.h"
 #include "ScriptRunner.h"
@@ -26,6 +27,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 namespace {
 
@@ -220,6 +222,18 @@ int main(int argc, char *argv[])
         return 0;
 
     QTextStream trace(stdout);
+    std::unique_ptr<PanelWatcher> watcher;
+    if (options.watch) {
+        const QString file = options.panel;
+        watcher.reset(new PanelWatcher(&host, panelFactory, file, checker, [file](const QList<PanelChecker::Finding> &f) {
+            const QList<PanelChecker::Finding> collapsed = PanelChecker::collapse(f);
+            for (const QString &line : PanelChecker::format(file, collapsed))
+                err() << line << '\n';
+            err() << file << ": " << PanelChecker::summary(collapsed) << '\n';
+            err().flush();
+        }));
+        QObject::connect(watcher.get(), &PanelWatcher::failed, [](const QString &message) { fail(message); });
+    }
     if (options.trace) {
         host.setEventSink([&trace](const QString &line) {
             trace << line << '\n';

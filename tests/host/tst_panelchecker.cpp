@@ -117,7 +117,8 @@ void tst_PanelChecker::findings_data()
     QTest::newRow("placement") << "<Widget type=\"Quiet\" name=\"a\"><Rect x=\"90\" y=\"0\" width=\"20\" height=\"10\"/></Widget>\n"
                                   "<Widget type=\"Quiet\" name=\"b\"><Rect x=\"100\" y=\"0\" width=\"20\" height=\"10\"/></Widget>\n"
                                   "<Widget type=\"Quiet\" name=\"c\"><Rect x=\"0\" y=\"0\" width=\"100\" height=\"50\"/></Widget>\n"
-                                  "<Widget type=\"Quiet\" name=\"d\"><Rect x=\"0\" y=\"0\" width=\"100\" height=\"50\"/></Widget>"
+                                  "<Widget type=\"Quiet\" name=\"d\"><Rect x=\"0\" y=\"0\" width=\"100\" height=\"50\"/></Widget>\n"
+                                  "<Widget type=\"Knob\" name=\"e\"><Rect x=\"0\" y=\"0\" width=\"100\" height=\"50\"/></Widget>"
                                << QStringList{"3 W \"a\" (90,0 20x10) reaches past the edge of the 100x50 panel",
                                               "4 W \"b\" at 100,0 lies outside the 100x50 panel and cannot be seen",
                                               "6 W \"d\" lies exactly on \"c\" (line 5)"};
