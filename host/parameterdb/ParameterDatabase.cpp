@@ -365,6 +365,15 @@ bool ParameterDatabase::parameterExists(const QVariantMap &address) const
         || m_states.contains(stateKey(dev, text(address, Key::zone_uniq_id), text(address, Key::prmAddr)));
 }
 
+QString ParameterDatabase::positionOfText(const QVariantMap &address, const QString &text) const
+{
+    const ParameterDefinition *s = specFor(address);
+    double value = 0;
+    if (!s || !s->isNumeric() || !s->parse(text, &value))
+        return QString();
+    return ParameterDefinition::positionText(s->positionOf(value));
+}
+
 QString ParameterDatabase::convertDelay(const QVariantMap &address, const QString &unit, const QString &typed) const
 {
     const ParameterDefinition *s = specFor(address);

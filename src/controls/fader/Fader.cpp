@@ -573,6 +573,7 @@ void Fader::paintLevelMarks(QPainter &painter)
     painter.save();
     painter.setPen(QPen(markColor, qMax(1, scaledLength(1, zoom))));
     const QFontMetrics metrics(font());
+    m_levels.resolvePositions(*this);
     for (const LevelList::Level &level : m_levels.levels()) {
         if (!level.hasPosition())
             continue;

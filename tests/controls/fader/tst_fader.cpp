@@ -2,6 +2,7 @@
 
 #include "controls/fader/Fader.h"
 #include "controls/fader/fader_variants.h"
+#include "data/AbstractDatabase.h"
 
 #include <QMenu>
 #include <QTemporaryDir>
@@ -123,6 +124,7 @@ private slots:
     void paint_data();
     void paint();
     void knobImage();
+    void markAtValueText();
 };
 
 void tst_Fader::description_data()
@@ -521,6 +523,26 @@ void tst_Fader::knobImage()
     const int markY = f->travel() - f->ratioToKnobPosition(0.8) + knob.height() / 2;
     const QList<int> rows = rowsWith(image, QColor(200, 200, 200), 0, knob.left() - 1);
     QCOMPARE(rows, QList<int>{markY});
+}
+
+void tst_Fader::markAtValueText()
+{
+    // A level given by a value text is marked where the database puts that text.
+    ConversionDatabase db;
+    db.positions.insert(QStringLiteral("0 dB"), QStringLiteral("0.84375"));
+    setAbstractDatabase(&db);
+    Fader *f = fader(QStringLiteral("0.2"), QStringLiteral("<LevelList><Level text=\"0 dB\" at=\"0 dB\">0</Level>"
+                                                           "<Level text=\"Odd\" at=\"loud\">99</Level></LevelList>"));
+    QImage image = render(f);
+    image = render(f); // asked once, not on every paint
+    setAbstractDatabase(nullptr);
+    QCOMPARE(db.askedTexts, (QStringList{"0 dB", "loud"}));
+    QCOMPARE(db.asked.value(QStringLiteral("prmAddr")).toString(), QString("Ch1/Fader"));
+    const QRect knob = f->knobRect();
+    const int markY = f->travel() - f->ratioToKnobPosition(0.84375) + knob.height() / 2;
+    QCOMPARE(rowsWith(image, QColor(200, 200, 200), 0, knob.left() - 1), QList<int>{markY});
+    QCOMPARE(f->levelList().at(0).position, 0.84375);
+    QVERIFY(!f->levelList().at(1).hasPosition());
 }
 
 QTEST_MAIN(tst_Fader)
