@@ -20,6 +20,7 @@ struct Example
     QString file;
     int line = 0;
     QString language;
+    QString name; // "```xml NAME": the example is also NAME.xml, pictured in docs/images/NAME.png
     QString text;
 };
 
@@ -43,7 +44,8 @@ QList<Example> examples()
             const QString &line = lines.at(i);
             if (!inside && line.startsWith(QLatin1String("```")) && line.size() > 3) {
                 inside = true;
-                current = Example{QDir(sourceDir).relativeFilePath(path), i + 2, line.mid(3).trimmed(), QString()};
+                const QStringList info = line.mid(3).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+                current = Example{QDir(sourceDir).relativeFilePath(path), i + 2, info.value(0), info.value(1), QString()};
             } else if (inside && line.startsWith(QLatin1String("```"))) {
                 inside = false;
                 all << current;
@@ -55,10 +57,18 @@ QList<Example> examples()
     return all;
 }
 
-// A fragment becomes a panel on the bundled device, big enough to hold it.
+// A fragment becomes a panel on the bundled device, just big enough to hold it.
 QString asPanel(const QString &xml)
 {
     const QString trimmed = xml.trimmed();
+    static const QRegularExpression rect(QStringLiteral("<(?:Rect|ControlRect) x=\"(\\d+)\" y=\"(\\d+)\" width=\"(\\d+)\" height=\"(\\d+)\""));
+    int width = 60, height = 20;
+    for (QRegularExpressionMatchIterator it = rect.globalMatch(xml); it.hasNext();) {
+        const QRegularExpressionMatch m = it.next();
+        width = std::max(width, m.captured(1).toInt() + m.captured(3).toInt() + 10);
+        height = std::max(height, m.captured(2).toInt() + m.captured(4).toInt() + 10);
+    }
+    const QString panel = QStringLiteral("<Panel width=\"%1\" height=\"%2\">\n").arg(width).arg(height);
     if (trimmed.startsWith(QLatin1String("<Panel")))
         return xml;
     // "<!-- device: MODEL -->" puts the example on another bundled model.
@@ -69,9 +79,9 @@ QString asPanel(const QString &xml)
         : QStringLiteral("  <Device id=\"vela8-1\" model=\"Vela8\"/>\n  <Device id=\"vela8-2\" model=\"Vela8\"/>\n");
     const bool widgets = trimmed.startsWith(QLatin1String("<Widget")) || m.hasMatch();
     if (widgets)
-        return QStringLiteral("<Panel width=\"1000\" height=\"1000\">\n") + devices + xml + QLatin1String("</Panel>\n");
+        return panel + devices + xml + QLatin1String("</Panel>\n");
     // Address forms and other parts of a control.
-    return QStringLiteral("<Panel width=\"1000\" height=\"1000\">\n") + devices
+    return panel + devices
         + QLatin1String("<Widget type=\"NumberBox\" name=\"example\">\n<Rect x=\"0\" y=\"0\" width=\"60\" height=\"20\"/>\n")
         + xml + QLatin1String("</Widget>\n</Panel>\n");
 }
@@ -106,6 +116,7 @@ private slots:
     void xml();
     void scripts_data();
     void scripts();
+    void pictures();
 
 private:
     QTemporaryDir m_dir;
@@ -124,6 +135,16 @@ void tst_Docs::initTestCase()
     QFile f(m_schema);
     QVERIFY(f.open(QIODevice::WriteOnly));
     f.write(p.readAllStandardOutput());
+    f.close();
+
+    // Named examples are panels of their own, for the scripts and the pictures.
+    for (const Example &e : examples()) {
+        if (e.name.isEmpty() || e.language != QLatin1String("xml"))
+            continue;
+        QFile named(m_dir.filePath(e.name + QLatin1String(".xml")));
+        QVERIFY(named.open(QIODevice::WriteOnly));
+        named.write(asPanel(e.text).toUtf8());
+    }
 }
 
 void tst_Docs::xml_data()
@@ -203,6 +224,52 @@ void tst_Docs::scripts()
     run.start(panelview(), {m.captured(1), QStringLiteral("--script"), QStringLiteral("example.script")});
     QVERIFY(run.waitForFinished(60000));
     QVERIFY2(run.exitCode() == 0, run.readAllStandardError().constData());
+}
+
+void tst_Docs::pictures()
+{
+    // CORVANE_DOCS_PICTURES=DIR renders every named example into DIR (scripts/docs-pictures).
+    const QString target = qEnvironmentVariable("CORVANE_DOCS_PICTURES");
+    // A script example of the same name is played before the picture is taken.
+    QStringList names;
+    const QList<Example> all = examples();
+    for (const Example &e : all) {
+        if (e.name.isEmpty() || e.language != QLatin1String("xml"))
+            continue;
+        names << e.name;
+        if (target.isEmpty())
+            continue;
+        QStringList arguments{e.name + QLatin1String(".xml"), QStringLiteral("--screenshot"),
+                              QDir(target).absoluteFilePath(e.name + QLatin1String(".png"))};
+        for (const Example &s : all) {
+            if (s.language == QLatin1String("script") && s.name == e.name) {
+                QFile script(m_dir.filePath(e.name + QLatin1String(".script")));
+                QVERIFY(script.open(QIODevice::WriteOnly));
+                script.write(s.text.toUtf8());
+                arguments << QStringLiteral("--script") << script.fileName();
+            }
+        }
+        QProcess shot;
+        shot.setWorkingDirectory(m_dir.path());
+        shot.start(panelview(), arguments);
+        QVERIFY(shot.waitForFinished(60000));
+        QVERIFY2(shot.exitCode() == 0, shot.readAllStandardError().constData());
+    }
+    // Every picture a page shows exists, and every named example has its picture.
+    static const QRegularExpression picture(QStringLiteral("!\\[[^\\]]*\\]\\(([^)]+\\.png)\\)"));
+    QDirIterator it(sourceDir + QLatin1String("/docs"), {QStringLiteral("*.md")}, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString page = it.next();
+        QFile f(page);
+        QVERIFY(f.open(QIODevice::ReadOnly));
+        QRegularExpressionMatchIterator m = picture.globalMatch(QString::fromUtf8(f.readAll()));
+        while (m.hasNext()) {
+            const QString file = QFileInfo(page).dir().absoluteFilePath(m.next().captured(1));
+            QVERIFY2(QFileInfo(file).isFile(), qPrintable(page + QLatin1String(": ") + file));
+        }
+    }
+    for (const QString &name : qAsConst(names))
+        QVERIFY2(QFileInfo(sourceDir + QLatin1String("/docs/images/") + name + QLatin1String(".png")).isFile(), qPrintable(name));
 }
 
 QTEST_MAIN(tst_Docs)
