@@ -1,20 +1,16 @@
 #include "Discovery.h"
 
+#include "Linter.h"
 #include "PanelChecker.h"
 #include "ParameterDatabase.h"
 #include "TagForms.h"
 
-#include <corvane/IHostCore.h>
-#include <corvane/IWidgetCore.h>
-#include <corvane/IWidgetFactory.h>
-#include <corvane/ParameterManagement.h>
 
 #include <QMetaClassInfo>
 #include <QMetaProperty>
 #include <QTextStream>
 #include <QWidget>
 
-#include <memory>
 
 namespace Discovery {
 
@@ -87,16 +83,12 @@ bool listParameters(const ParameterDatabase &database, const QString &model, QTe
 
 bool describe(IWidgetFactory *factory, const QStringList &typeNames, const QString &type, QTextStream &out, QString *error)
 {
-    NullHostCore host;
-    ParameterManagementRegistry registry;
-    QWidget scratch;
-    IWidgetCore *core = factory->create(type, &scratch, &host, &registry);
-    QWidget *widget = core ? widgetOf(core) : nullptr;
+    const Linter::Specimen specimen(factory, type);
+    QWidget *widget = specimen.widget();
     if (!widget) {
         *error = QStringLiteral("no type \"%1\"%2").arg(type, suggestion(type, typeNames));
         return false;
     }
-    std::unique_ptr<QWidget> owner(widget);
     const QMetaObject *meta = widget->metaObject();
 
     QStringList chain;

@@ -47,17 +47,24 @@ QString resolvePanelFile(const QString &panelFolder, const QString &name)
                       QDir(QCoreApplication::applicationDirPath() + QLatin1String("/panels")).filePath(file)});
 }
 
+Specimen::Specimen(IWidgetFactory *factory, const QString &type)
+{
+    IWidgetCore *core = factory->create(type, &m_parent, &m_host, &m_registry);
+    m_widget = core ? widgetOf(core) : nullptr;
+}
+
+Specimen::~Specimen()
+{
+    delete m_widget; // before the registry it registered with
+}
+
 PanelChecker::TypeKnowledge tagsOf(IWidgetFactory *factory, const QString &type, QStringList *tags)
 {
-    NullHostCore host;
-    ParameterManagementRegistry registry;
-    QWidget scratch;
-    IWidgetCore *core = factory->create(type, &scratch, &host, &registry);
-    QWidget *w = core ? widgetOf(core) : nullptr;
-    if (!w)
+    const Specimen specimen(factory, type);
+    if (!specimen.widget())
         return PanelChecker::UnknownType;
-    const bool answered = QMetaObject::invokeMethod(w, "handledTags", Qt::DirectConnection, Q_RETURN_ARG(QStringList, *tags));
-    delete w;
+    const bool answered = QMetaObject::invokeMethod(specimen.widget(), "handledTags", Qt::DirectConnection,
+                                                    Q_RETURN_ARG(QStringList, *tags));
     return answered ? PanelChecker::KnownTypeWithTags : PanelChecker::KnownType;
 }
 

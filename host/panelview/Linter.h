@@ -3,6 +3,11 @@
 
 #include "PanelChecker.h"
 
+#include <corvane/IHostCore.h>
+#include <corvane/ParameterManagement.h>
+
+#include <QWidget>
+
 class IWidgetFactory;
 class ParameterDatabase;
 class QTextStream;
@@ -13,6 +18,22 @@ class QTextStream;
     panel, and the report it prints.
 */
 namespace Linter {
+
+//! A control of a type, made only to be looked at, with the host objects it needs while it lives.
+class Specimen
+{
+public:
+    Specimen(IWidgetFactory *factory, const QString &type);
+    ~Specimen();
+    //! Null when the factory does not make the type.
+    QWidget *widget() const { return m_widget; }
+
+private:
+    NullHostCore m_host;
+    ParameterManagementRegistry m_registry;
+    QWidget m_parent;
+    QWidget *m_widget = nullptr;
+};
 
 //! What the factory knows of \a type, and the tags it reads.
 PanelChecker::TypeKnowledge tagsOf(IWidgetFactory *factory, const QString &type, QStringList *tags);

@@ -9,6 +9,19 @@ namespace Schema {
 
 namespace {
 
+QString simpleTypeOf(TagForms::Form form)
+{
+    switch (form) {
+    case TagForms::Boolean: return QStringLiteral("ExactBoolean");
+    case TagForms::Colour: return QStringLiteral("Colour");
+    case TagForms::Whole: return QStringLiteral("WholeNumber");
+    case TagForms::Whole16: return QStringLiteral("xs:short");
+    case TagForms::Number: return QStringLiteral("xs:double");
+    case TagForms::Position: return QStringLiteral("Position");
+    default: return QStringLiteral("xs:string");
+    }
+}
+
 class Writer
 {
 public:
@@ -18,6 +31,16 @@ public:
     void end() { m_xml.writeEndElement(); }
     void attribute(const char *name, const QString &value) { m_xml.writeAttribute(QLatin1String(name), value); }
     QXmlStreamWriter &xml() { return m_xml; }
+
+    void attributeOf(const QString &name, const QString &type, bool required = false)
+    {
+        start("attribute");
+        attribute("name", name);
+        attribute("type", type);
+        if (required)
+            attribute("use", QStringLiteral("required"));
+        end();
+    }
 
     // Attributes are free on every element but Panel and Widget: controls read many of their own.
     void anyAttribute()
@@ -75,22 +98,12 @@ public:
         start("complexType");
         switch (form) {
         case TagForms::Boolean:
-            simpleContent(QStringLiteral("ExactBoolean"));
-            break;
         case TagForms::Colour:
-            simpleContent(QStringLiteral("Colour"));
-            break;
         case TagForms::Whole:
-            simpleContent(QStringLiteral("WholeNumber"));
-            break;
         case TagForms::Whole16:
-            simpleContent(QStringLiteral("xs:short"));
-            break;
         case TagForms::Number:
-            simpleContent(QStringLiteral("xs:double"));
-            break;
         case TagForms::Position:
-            simpleContent(QStringLiteral("Position"));
+            simpleContent(simpleTypeOf(form));
             break;
         case TagForms::Address:
             anything();
@@ -177,49 +190,24 @@ QString generate(const QStringList &typeNames, const QMap<QString, QStringList> 
     w.start("element");
     w.attribute("name", QStringLiteral("Device"));
     w.start("complexType");
-    for (const char *name : {"id", "model"}) {
-        w.start("attribute");
-        w.attribute("name", QLatin1String(name));
-        w.attribute("type", QStringLiteral("xs:string"));
-        w.attribute("use", QStringLiteral("required"));
-        w.end();
-    }
+    for (const char *name : {"id", "model"})
+        w.attributeOf(QLatin1String(name), QStringLiteral("xs:string"), true);
     w.end();
     w.end();
     w.element(QStringLiteral("Widget"), QString());
     w.end();
-    for (const char *name : {"width", "height"}) {
-        w.start("attribute");
-        w.attribute("name", QLatin1String(name));
-        w.attribute("type", QStringLiteral("xs:short"));
-        w.end();
-    }
-    w.start("attribute");
-    w.attribute("name", QStringLiteral("background"));
-    w.attribute("type", QStringLiteral("Colour"));
-    w.end();
-    w.start("attribute");
-    w.attribute("name", QStringLiteral("name"));
-    w.attribute("type", QStringLiteral("xs:string"));
-    w.end();
-    w.start("attribute");
-    w.attribute("name", QStringLiteral("file"));
-    w.attribute("type", QStringLiteral("xs:string"));
-    w.end();
+    for (const char *name : {"width", "height"})
+        w.attributeOf(QLatin1String(name), QStringLiteral("xs:short"));
+    w.attributeOf(QStringLiteral("background"), QStringLiteral("Colour"));
+    w.attributeOf(QStringLiteral("name"), QStringLiteral("xs:string"));
+    w.attributeOf(QStringLiteral("file"), QStringLiteral("xs:string"));
     w.end();
 
     w.start("complexType");
     w.attribute("name", QStringLiteral("Widget"));
     w.choiceOf(tags, QString());
-    w.start("attribute");
-    w.attribute("name", QStringLiteral("type"));
-    w.attribute("type", QStringLiteral("TypeName"));
-    w.attribute("use", QStringLiteral("required"));
-    w.end();
-    w.start("attribute");
-    w.attribute("name", QStringLiteral("name"));
-    w.attribute("type", QStringLiteral("xs:string"));
-    w.end();
+    w.attributeOf(QStringLiteral("type"), QStringLiteral("TypeName"), true);
+    w.attributeOf(QStringLiteral("name"), QStringLiteral("xs:string"));
     w.end();
 
     w.restriction("TypeName", QStringLiteral("xs:string"), QString(), typeNames);

@@ -28,19 +28,13 @@ const char *const version1 =
     "  </Widget>\n"
     "</Panel>\n";
 
-const char *const version2 =
-    "<Panel width=\"200\" height=\"100\">\n"
-    "  <Device id=\"mixer\" model=\"Vela8\"/>\n"
-    "  <Widget type=\"Dial\" name=\"gain\">\n"
-    "    <Rect x=\"10\" y=\"10\" width=\"40\" height=\"40\"/>\n"
-    "    <Address prmAddr=\"Ch1/HA/Gain\"/>\n"
-    "    <Image>knob.svg</Image>\n"
-    "  </Widget>\n"
-    "  <Widget type=\"Fader\" name=\"level\">\n"
-    "    <Rect x=\"60\" y=\"10\" width=\"30\" height=\"80\"/>\n"
-    "    <Address prmAddr=\"Ch1/Fadr\"/>\n"
-    "  </Widget>\n"
-    "</Panel>\n";
+// The same with a fader added, bound to a misspelled parameter.
+const QByteArray version2 = QByteArray(version1).replace(
+    "</Panel>", "  <Widget type=\"Fader\" name=\"level\">\n"
+                "    <Rect x=\"60\" y=\"10\" width=\"30\" height=\"80\"/>\n"
+                "    <Address prmAddr=\"Ch1/Fadr\"/>\n"
+                "  </Widget>\n"
+                "</Panel>");
 
 bool write(const QString &path, const QByteArray &data)
 {
