@@ -12,6 +12,12 @@
 
 #include <algorithm>
 
+namespace {
+// Suggestions cost an edit distance per candidate; a hostile file with
+// thousands of distinct misspellings gets them only for the first ones.
+const int maximumSuggestions = 200;
+}
+
 struct PanelChecker::Context
 {
     QList<Finding> findings;
@@ -25,6 +31,11 @@ struct PanelChecker::Context
     int suggestionsMade = 0;
 
     void error(const QDomNode &node, const QString &message) { findings.append({node.lineNumber(), true, message}); }
+    //! The nearest \a candidates to \a text, while the file has not asked for too many.
+    QStringList suggest(const QString &text, const QStringList &candidates, int count = 3)
+    {
+        return suggestionsMade++ < maximumSuggestions ? PanelChecker::nearest(text, candidates, count) : QStringList();
+    }
     void warning(const QDomNode &node, const QString &message) { findings.append({node.lineNumber(), false, message}); }
 };
 
@@ -32,9 +43,6 @@ namespace {
 
 const char *const geometryAttributes[] = {"x", "y", "width", "height"};
 const int maximumDepth = 256;
-// Suggestions cost an edit distance per candidate; a hostile file with
-// thousands of distinct misspellings gets them only for the first ones.
-const int maximumSuggestions = 200;
 
 bool isWholeNumber(const QString &text, int *value)
 {
@@ -284,7 +292,7 @@ QList<PanelChecker::Finding> PanelChecker::check(const QByteArray &xml) const
             continue;
         if (e.tagName() != QLatin1String("Widget")) {
             context.warning(e, QStringLiteral("<%1> is not part of a panel and is ignored%2").arg(e.tagName(),
-                                 didYouMean(nearest(e.tagName(), {QStringLiteral("Widget"), QStringLiteral("Device")}, 1),
+                                 didYouMean(context.suggest(e.tagName(), {QStringLiteral("Widget"), QStringLiteral("Device")}, 1),
                                             QStringLiteral("<"), QStringLiteral(">"))));
             continue;
         }
@@ -324,7 +332,7 @@ void PanelChecker::checkWidget(const QDomElement &widget, Context &context) cons
         }
         knowledge = context.knowledge.value(type);
         if (knowledge == UnknownType) {
-            const QStringList near = context.knowledge.size() <= maximumSuggestions ? nearest(type, m_typeNames) : QStringList();
+            const QStringList near = context.suggest(type, m_typeNames);
             context.error(widget, QStringLiteral("unknown widget type \"%1\"%2").arg(type, didYouMean(near, QStringLiteral("\""), QStringLiteral("\""))));
         }
     }
@@ -340,7 +348,7 @@ void PanelChecker::checkWidget(const QDomElement &widget, Context &context) cons
         if (knowledge == KnownTypeWithTags && !context.tags.value(type).contains(child.tagName())) {
             context.warning(child, QStringLiteral("<%1> is not read by %2 and is ignored%3")
                                        .arg(child.tagName(), type,
-                                            didYouMean(nearest(child.tagName(), context.tags.value(type)), QStringLiteral("<"), QStringLiteral(">"))));
+                                            didYouMean(context.suggest(child.tagName(), context.tags.value(type)), QStringLiteral("<"), QStringLiteral(">"))));
         }
         checkElement(child, QString(), context);
     }
@@ -362,7 +370,7 @@ void PanelChecker::checkChildren(const QDomElement &element, const QStringList &
             } else {
                 context.warning(c, QStringLiteral("<%1> is not read inside <%2>%3 and is ignored%4")
                                        .arg(c.tagName(), tag, owner.isEmpty() ? QString() : QStringLiteral(" of ") + owner,
-                                            didYouMean(nearest(c.tagName(), allowed), QStringLiteral("<"), QStringLiteral(">"))));
+                                            didYouMean(context.suggest(c.tagName(), allowed), QStringLiteral("<"), QStringLiteral(">"))));
             }
         } else {
             checkElement(c, tag, context);
@@ -529,7 +537,7 @@ void PanelChecker::checkAddress(const QDomElement &address, bool needsParameter,
         return;
     const QString key = model + QLatin1Char('\n') + prmAddr;
     if (!context.suggestions.contains(key)) {
-        const QStringList near = context.suggestionsMade++ < maximumSuggestions ? nearest(prmAddr, known) : QStringList();
+        const QStringList near = context.suggest(prmAddr, known);
         context.suggestions.insert(key, didYouMean(near, QStringLiteral("\""), QStringLiteral("\"")));
     }
     context.error(address, QStringLiteral("device \"%1\" (%2) has no parameter \"%3\"%4")

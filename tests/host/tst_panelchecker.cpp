@@ -230,6 +230,10 @@ void tst_PanelChecker::hostile_data()
     QTest::newRow("deep nesting") << (QByteArray("<Panel width=\"1\" height=\"1\">") + QByteArray("<a>").repeated(100000)) << "1 E elements nested deeper than 256 levels";
     QTest::newRow("huge number") << QByteArray("<Panel width=\"1\" height=\"99999999999999999999999\"/>") << "1 E Panel height 99999999999999999999999 does not fit in 16 bits (up to 32767)";
     QTest::newRow("empty") << QByteArray() << "1 E not well-formed XML: Premature end of document.";
+    QByteArray many = "<Panel width=\"10\" height=\"10\"><Device id=\"d\" model=\"Vela8\"/><Widget type=\"Knob\" name=\"k\">";
+    for (int i = 0; i < 20000; ++i)
+        many += "<Rec" + QByteArray::number(i) + "/><Address prmAddr=\"Ch1/HA/Gai" + QByteArray::number(i) + "\"/>";
+    QTest::newRow("many distinct misspellings") << (many + "</Widget></Panel>") << "1 W <Rec0> is not read by Knob and is ignored; did you mean <Rect>?";
     QTest::newRow("entity bomb") << QByteArray("<!DOCTYPE Panel [<!ENTITY a \"aaaaaaaaaa\"><!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;\">"
                                                "<!ENTITY c \"&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;\"><!ENTITY d \"&c;&c;&c;&c;&c;&c;&c;&c;&c;&c;\">"
                                                "<!ENTITY e \"&d;&d;&d;&d;&d;&d;&d;&d;&d;&d;\"><!ENTITY f \"&e;&e;&e;&e;&e;&e;&e;&e;&e;&e;\">]>"
