@@ -44,16 +44,39 @@ bool PanelHost::load(const QByteArray &xml, const QString &path, QString *error)
                          root.attribute(QStringLiteral("height")).toInt());
     m_database->clearDevices();
     m_owner.clear();
+    m_warnings.clear();
     for (QDomElement d = root.firstChildElement(QStringLiteral("Device")); !d.isNull();
          d = d.nextSiblingElement(QStringLiteral("Device"))) {
         const QString id = d.attribute(QStringLiteral("id"));
         const QString model = d.attribute(QStringLiteral("model"));
         if (!m_database->addDevice(id, model))
             continue;
+        readSignals(d, id);
         if (m_owner.isEmpty())
             m_owner = {{Key::dev_uniq_id, id}, {Key::dev_model, model}};
     }
     return true;
+}
+
+// <Signal input="Ch1" source="tone" level="-20"/>, source "noise" with a
+// level, "envelope" with a file relative to the panel, or "off".
+void PanelHost::readSignals(const QDomElement &device, const QString &id)
+{
+    for (QDomElement e = device.firstChildElement(QStringLiteral("Signal")); !e.isNull();
+         e = e.nextSiblingElement(QStringLiteral("Signal"))) {
+        const QString input = e.attribute(QStringLiteral("input"));
+        QStringList words{e.attribute(QStringLiteral("source"))};
+        if (e.hasAttribute(QStringLiteral("level")))
+            words << e.attribute(QStringLiteral("level"));
+        if (e.hasAttribute(QStringLiteral("file")))
+            words << e.attribute(QStringLiteral("file"));
+        SignalSource source;
+        QString message;
+        if (!SignalSource::fromWords(words, m_basePath, &source, &message))
+            m_warnings << QStringLiteral("%1: warning: %2").arg(e.lineNumber()).arg(message);
+        else if (!m_database->setSignal(id, input, source))
+            m_warnings << QStringLiteral("%1: warning: device \"%2\" has no input \"%3\"").arg(e.lineNumber()).arg(id, input);
+    }
 }
 
 bool PanelHost::build(IPanelFactory *factory, QString *error)

@@ -14,10 +14,13 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QPixmap>
 #include <QPluginLoader>
+#include <QScreen>
+#include <QTimer>
 #include <QTextStream>
 
 #include <cstdio>
@@ -166,6 +169,9 @@ int main(int argc, char *argv[])
             err() << error << '\n';
         return 1;
     }
+    for (const QString &warning : host.warnings())
+        err() << options.panel << ':' << warning << '\n';
+    err().flush();
     host.setZoom(float(options.zoom));
     if (!host.build(panelFactory, &error))
         return fail(error);
@@ -213,5 +219,13 @@ int main(int argc, char *argv[])
         });
     }
     panel->show();
+    // The simulated signals run in real time, one step a screen refresh.
+    QElapsedTimer sinceLastStep;
+    sinceLastStep.start();
+    QTimer meterClock;
+    const qreal refresh = panel->screen() ? panel->screen()->refreshRate() : 60;
+    meterClock.setInterval(qBound(5, int(1000 / qMax(refresh, qreal(1))), 100));
+    QObject::connect(&meterClock, &QTimer::timeout, [&] { database->advance(sinceLastStep.restart()); });
+    meterClock.start();
     return app.exec();
 }
