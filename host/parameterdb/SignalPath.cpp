@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QDomElement>
 #include <QFile>
+#include <QRegularExpression>
 #include <QStringList>
 
 #include <algorithm>
@@ -118,7 +119,8 @@ bool SignalSource::readEnvelope(const QByteArray &text, QVector<QPointF> *points
         const int hash = line.indexOf(QLatin1Char('#'));
         if (hash >= 0)
             line.truncate(hash);
-        const QStringList fields = line.split(QRegExp(QStringLiteral("[\\s,;]+")), Qt::SkipEmptyParts);
+        static const QRegularExpression separators(QStringLiteral("[\\s,;]+"));
+        const QStringList fields = line.split(separators, Qt::SkipEmptyParts);
         if (fields.isEmpty())
             continue;
         double ms, db;
