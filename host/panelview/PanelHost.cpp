@@ -51,17 +51,28 @@ bool PanelHost::load(const QByteArray &xml, const QString &path, QString *error)
         const QString model = d.attribute(QStringLiteral("model"));
         if (!m_database->addDevice(id, model))
             continue;
-        readSignals(d, id);
+        readDeviceSetup(d, id);
         if (m_owner.isEmpty())
             m_owner = {{Key::dev_uniq_id, id}, {Key::dev_model, model}};
     }
     return true;
 }
 
-// <Signal input="Ch1" source="tone" level="-20"/>, source "noise" with a
-// level, "envelope" with a file relative to the panel, or "off".
-void PanelHost::readSignals(const QDomElement &device, const QString &id)
+// What a device holds when the panel opens: <Value prmAddr="...">typed text</Value>
+// is applied as a typed request; <Signal input="Ch1" source="tone" level="-20"/>
+// (source "noise" with a level, "envelope" with a file relative to the
+// panel, or "off") feeds an input.
+void PanelHost::readDeviceSetup(const QDomElement &device, const QString &id)
 {
+    for (QDomElement e = device.firstChildElement(QStringLiteral("Value")); !e.isNull();
+         e = e.nextSiblingElement(QStringLiteral("Value"))) {
+        const QVariantMap address{{Key::dev_uniq_id, id}, {Key::prmAddr, e.attribute(QStringLiteral("prmAddr"))}};
+        if (!m_database->request(address, 1, {{Key::ui_prm_str, e.text()}})) {
+            m_warnings << QStringLiteral("%1: warning: \"%2\" cannot be set to \"%3\"")
+                              .arg(e.lineNumber())
+                              .arg(e.attribute(QStringLiteral("prmAddr")), e.text());
+        }
+    }
     for (QDomElement e = device.firstChildElement(QStringLiteral("Signal")); !e.isNull();
          e = e.nextSiblingElement(QStringLiteral("Signal"))) {
         const QString input = e.attribute(QStringLiteral("input"));

@@ -39,7 +39,7 @@ public:
     //! Builds the panel as a top-level widget; false when the factory built nothing.
     bool build(IPanelFactory *factory, QString *error);
 
-    //! "LINE: warning: ..." for what load() could not use (signals of unknown inputs, unreadable envelopes).
+    //! "LINE: warning: ..." for what load() could not use (values a parameter refuses, signals of unknown inputs, unreadable envelopes).
     QStringList warnings() const { return m_warnings; }
     QWidget *panel() const { return m_panel; }
     QSize designSize() const { return m_designSize; }
@@ -80,7 +80,7 @@ public:
 
 private:
     void emitEvent(const QString &json);
-    void readSignals(const QDomElement &device, const QString &id);
+    void readDeviceSetup(const QDomElement &device, const QString &id);
 
     ParameterDatabase *m_database;
     ParameterManagementRegistry m_registry;

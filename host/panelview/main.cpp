@@ -203,6 +203,10 @@ int main(int argc, char *argv[])
     }
 
     if (!options.screenshot.isEmpty()) {
+        // Without a script to say otherwise, the picture shows the signals
+        // after a second, with the meters settled.
+        if (options.script.isEmpty())
+            database->advance(1000);
         panel->show();
         QCoreApplication::processEvents();
         if (!panel->grab().save(options.screenshot, "PNG"))
