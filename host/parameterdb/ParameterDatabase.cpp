@@ -37,6 +37,18 @@ QDomElement substituted(const QDomElement &e, const QMap<QString, QString> &vars
     return copy;
 }
 
+// The frequency of a frequency parameter's value, a row of the step table.
+double hertzOfRow(double row)
+{
+    return FrequencySteps::hertz(qBound(0, int(qBound(0.0, row, 1e6)), FrequencySteps::count() - 1));
+}
+
+// An option parameter's value as an index from 0 to \a last.
+int optionIndex(double value, int last)
+{
+    return int(qBound(0.0, value, double(last)));
+}
+
 struct ModelParts
 {
     QList<ParameterDefinition> definitions;
@@ -251,24 +263,22 @@ Equalizer::Settings ParameterDatabase::equalizerSettings(const QString &device, 
 {
     using R = Equalizer;
     auto value = [&](R::Role role, int band) { return numericValue(device, zone, eq.address(role, band)); };
-    auto hertz = [&](R::Role role, int band) {
-        return FrequencySteps::hertz(qBound(0, int(value(role, band)), FrequencySteps::count() - 1));
-    };
+    auto hertz = [&](R::Role role, int band) { return hertzOfRow(value(role, band)); };
     Equalizer::Settings s;
     for (int b = 0; b < eq.bandCount(); ++b) {
         Equalizer::Settings::Band band;
         static const FilterResponse::Shape shapes[] = {FilterResponse::Shape::Peaking, FilterResponse::Shape::LowShelf,
                                                        FilterResponse::Shape::HighShelf, FilterResponse::Shape::Notch};
-        band.shape = shapes[qBound(0, int(value(R::BandType, b)), 3)];
+        band.shape = shapes[optionIndex(value(R::BandType, b), 3)];
         band.frequency = hertz(R::BandFreq, b);
         band.gain = value(R::BandGain, b);
         band.q = value(R::BandQ, b);
         band.on = value(R::BandOn, b) > 0;
         s.bands.append(band);
     }
-    s.highPass = {hertz(R::HighPassFreq, 0), Equalizer::orderOfSlope(int(value(R::HighPassSlope, 0))),
+    s.highPass = {hertz(R::HighPassFreq, 0), Equalizer::orderOfSlope(optionIndex(value(R::HighPassSlope, 0), 7)),
                   value(R::HighPassOn, 0) > 0};
-    s.lowPass = {hertz(R::LowPassFreq, 0), Equalizer::orderOfSlope(int(value(R::LowPassSlope, 0))),
+    s.lowPass = {hertz(R::LowPassFreq, 0), Equalizer::orderOfSlope(optionIndex(value(R::LowPassSlope, 0), 7)),
                  value(R::LowPassOn, 0) > 0};
     s.on = value(R::SectionOn, 0) > 0;
     const double rate = numericValue(device, zone, stateAddress);
@@ -280,10 +290,7 @@ Equalizer::Settings ParameterDatabase::equalizerSettings(const QString &device, 
 QString ParameterDatabase::computedText(const QString &device, const QString &zone, const Equalizer &eq,
                                         Equalizer::Role role, int band) const
 {
-    auto hertz = [&](Equalizer::Role r) {
-        const double row = numericValue(device, zone, eq.address(r, band));
-        return FrequencySteps::hertz(qBound(0, int(row), FrequencySteps::count() - 1));
-    };
+    auto hertz = [&](Equalizer::Role r) { return hertzOfRow(numericValue(device, zone, eq.address(r, band))); };
     switch (role) {
     case Equalizer::BandPoint:
         return eq.pointText(hertz(Equalizer::BandFreq), numericValue(device, zone, eq.address(Equalizer::BandGain, band)));
