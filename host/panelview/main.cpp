@@ -4,6 +4,7 @@
 #include "PanelHost.h"
 #include "ParameterDatabase.h"
 #include "ScriptRunner.h"
+#include "SignalClock.h"
 #include "TypeNames.h"
 
 #include <corvane/IHostCore.h>
@@ -14,13 +15,10 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QPixmap>
 #include <QPluginLoader>
-#include <QScreen>
-#include <QTimer>
 #include <QTextStream>
 
 #include <cstdio>
@@ -223,13 +221,7 @@ int main(int argc, char *argv[])
         });
     }
     panel->show();
-    // The simulated signals run in real time, one step a screen refresh.
-    QElapsedTimer sinceLastStep;
-    sinceLastStep.start();
-    QTimer meterClock;
-    const qreal refresh = panel->screen() ? panel->screen()->refreshRate() : 60;
-    meterClock.setInterval(qBound(5, int(1000 / qMax(refresh, qreal(1))), 100));
-    QObject::connect(&meterClock, &QTimer::timeout, [&] { database->advance(sinceLastStep.restart()); });
-    meterClock.start();
+    SignalClock clock(database);
+    clock.start(panel->screen());
     return app.exec();
 }

@@ -1,6 +1,7 @@
 #include "PanelFactory.h"
 #include "PanelHost.h"
 #include "ParameterDatabase.h"
+#include "SignalClock.h"
 
 #include <corvane/IPanelFactory.h>
 #include <corvane/IWidgetCore.h>
@@ -112,6 +113,7 @@ private slots:
     void readsFillTheValue();
     void loadRefusesOtherRoots();
     void devicesStartWithTheirValuesAndSignals();
+    void clockRunsTheSignalsInRealTime();
 
 private:
     FakeControl *fake(const char *name) { return static_cast<FakeControl *>(host->control(name)); }
@@ -298,6 +300,20 @@ void tst_PanelHost::devicesStartWithTheirValuesAndSignals()
     db->advance(10);
     QVERIFY(db->readParameter(at("s", "Meter:L"), answer));
     QCOMPARE(answer.value("ui_prm_str").toString(), QStringLiteral("-26.0 dB"));
+}
+
+void tst_PanelHost::clockRunsTheSignalsInRealTime()
+{
+    SignalClock clock(db);
+    clock.start(nullptr);
+    QCOMPARE(clock.interval(), 16);
+    const double before = db->simulatedTime();
+    QElapsedTimer real;
+    real.start();
+    QTRY_VERIFY(db->simulatedTime() >= before + 100);
+    clock.stop();
+    // Never ahead of the time that really passed.
+    QVERIFY(db->simulatedTime() - before <= real.elapsed() + 1);
 }
 
 QTEST_MAIN(tst_PanelHost)
