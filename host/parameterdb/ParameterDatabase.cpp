@@ -168,7 +168,15 @@ bool ParameterDatabase::loadModel(const QByteArray &xml, const QString &origin, 
     const bool ok = readParameters(root, {}, &parts, errors, origin);
     Model model;
     model.equalizers = parts.equalizers;
-    model.inputs = parts.inputs;
+    // A later input of the same name replaces an earlier one, as parameters do.
+    for (const SignalPath &input : qAsConst(parts.inputs)) {
+        const auto same = std::find_if(model.inputs.begin(), model.inputs.end(),
+                                       [&](const SignalPath &p) { return p.name == input.name; });
+        if (same != model.inputs.end())
+            *same = input;
+        else
+            model.inputs.append(input);
+    }
     for (int i = 0; i < model.equalizers.size(); ++i) {
         for (int role = Equalizer::BandType; role <= Equalizer::TotalCurve; ++role) {
             const int bands = role <= Equalizer::BandPoint ? model.equalizers.at(i).bandCount() : 1;

@@ -326,6 +326,26 @@ private slots:
         QVERIFY(recorder.changes.isEmpty());
     }
 
+    void redeclaredInputReplacesTheFirst()
+    {
+        ParameterDatabase other;
+        QVERIFY(other.loadModel(R"(<DeviceModel name="R">
+            <Parameter address="L" type="meter" min="-60" max="0"/>
+            <Parameter address="G" type="linear" min="0" max="20" default="20"/>
+            <Input name="In" level="L" attack="0" release="0"/>
+            <Input name="In" level="L" gain="G" attack="1000" release="0"/>
+        </DeviceModel>)", "R.xml"));
+        QVERIFY(other.addDevice("r", "R"));
+        SignalSource tone;
+        QVERIFY(SignalSource::fromWords({"tone", "-30"}, QString(), &tone, nullptr));
+        QVERIFY(other.setSignal("r", "In", tone));
+        other.advance(1000);
+        // Only the second path: the gain counts and the reading is one time constant on its way up.
+        QVariantMap answer;
+        QVERIFY(other.readParameter({{"dev_uniq_id", "r"}, {"prmAddr", "L"}}, answer));
+        QVERIFY(std::abs(answer.value("prmValue").toDouble() - (-10 + (-61 + 10) * std::exp(-1.0))) < 0.06);
+    }
+
     void hostileTimes()
     {
         SignalSource tone;
