@@ -1,4 +1,5 @@
 #include "ParameterDatabase.h"
+#include "HostData.h"
 
 #include "FrequencySteps.h"
 
@@ -119,7 +120,7 @@ ParameterDatabase *ParameterDatabase::instance()
     static ParameterDatabase *db = [] {
         auto *d = new ParameterDatabase;
         if (QCoreApplication::instance())
-            d->loadModels(QCoreApplication::applicationDirPath() + QLatin1String("/devices"));
+            d->loadModels(hostDataFolder(QStringLiteral("devices")));
         return d;
     }();
     return db;
