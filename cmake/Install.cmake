@@ -6,8 +6,9 @@ include(CMakePackageConfigHelpers)
 # package test runs cpack while other tests use the build tree.
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
 
-# What a host links: the SDK target and the compiled types. Libraries a
-# host links are installed here, into the public library folder.
+# What a host links: the SDK target and the compiled types. Every library a
+# host links joins this list; a shared one lands in the public library
+# folder, which the application directory's run path below covers.
 install(TARGETS corvane_sdk corvane_types
     EXPORT CorvaneWidgetsTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
@@ -28,7 +29,7 @@ endif()
 install(TARGETS ${corvane_app_targets}
     RUNTIME DESTINATION ${CORVANE_INSTALL_APPDIR}
     LIBRARY DESTINATION ${CORVANE_INSTALL_APPDIR}
-    ARCHIVE DESTINATION ${CORVANE_INSTALL_APPDIR}/sdk)
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 
 if(CORVANE_BUILD_HOST)
     install(DIRECTORY host/devices host/panels DESTINATION ${CORVANE_INSTALL_DATADIR}
