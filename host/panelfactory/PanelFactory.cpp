@@ -1,4 +1,5 @@
 #include "PanelFactory.h"
+#include "HostData.h"
 
 #include <corvane/IHostCore.h>
 #include <corvane/IWidgetCore.h>
@@ -145,7 +146,7 @@ QWidget *PanelFactory::createPanelByName(const QString &name, QWidget *parent, I
     QStringList folders;
     if (hostCore && !hostCore->imageBasePath().isEmpty())
         folders << hostCore->imageBasePath();
-    folders << QCoreApplication::applicationDirPath() + QLatin1String("/panels");
+    folders << hostDataFolder(QStringLiteral("panels"));
     for (const QString &folder : qAsConst(folders)) {
         QFile f(QDir(folder).filePath(file));
         if (!f.open(QIODevice::ReadOnly))

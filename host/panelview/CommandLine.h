@@ -4,6 +4,13 @@
 #include <QString>
 #include <QStringList>
 
+/*!
+    \class CommandLine
+    \brief panelview's options, read with QCommandLineParser.
+
+    An option is declared once in CommandLine.cpp's option table and read
+    back in parse(); --help lists the table.
+*/
 struct CommandLine
 {
     QString panel;
@@ -15,6 +22,7 @@ struct CommandLine
     bool listTypes = false;
     bool trace = false;
     bool help = false;
+    bool version = false;
     // Panel authoring: --check --json, discovery, the schema, live reload.
     bool json = false;
     bool listModels = false;
@@ -29,7 +37,12 @@ struct CommandLine
     bool headless() const { return check || listTypes || !screenshot.isEmpty() || !script.isEmpty() || discovery(); }
     //! Whether this run only describes the plug-in or the devices and needs no panel.
     bool discovery() const { return listModels || !listParameters.isEmpty() || !describe.isEmpty() || schema; }
+    //! Whether this run only prints what panelview is (--help, --version).
+    bool aboutOnly() const { return help || version; }
+    //! The --help text.
     static QString usage();
+    //! What follows an option error on standard error.
+    static QString helpHint();
 };
 
 #endif

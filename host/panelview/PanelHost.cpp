@@ -45,6 +45,7 @@ bool PanelHost::load(const QByteArray &xml, const QString &path, QString *error,
     if (!keepValues)
         m_database->clearDevices();
     m_owner.clear();
+    m_warnings.clear();
     for (QDomElement d = root.firstChildElement(QStringLiteral("Device")); !d.isNull();
          d = d.nextSiblingElement(QStringLiteral("Device"))) {
         const QString id = d.attribute(QStringLiteral("id"));
@@ -52,10 +53,43 @@ bool PanelHost::load(const QByteArray &xml, const QString &path, QString *error,
         const bool kept = keepValues && m_database->device(id).value(Key::dev_model).toString() == model;
         if (!kept && !m_database->addDevice(id, model))
             continue;
+        readDeviceSetup(d, id);
         if (m_owner.isEmpty())
             m_owner = {{Key::dev_uniq_id, id}, {Key::dev_model, model}};
     }
     return true;
+}
+
+// What a device holds when the panel opens: <Value prmAddr="...">typed text</Value>
+// is applied as a typed request; <Signal input="Ch1" source="tone" level="-20"/>
+// (source "noise" with a level, "envelope" with a file relative to the
+// panel, or "off") feeds an input.
+void PanelHost::readDeviceSetup(const QDomElement &device, const QString &id)
+{
+    for (QDomElement e = device.firstChildElement(QStringLiteral("Value")); !e.isNull();
+         e = e.nextSiblingElement(QStringLiteral("Value"))) {
+        const QVariantMap address{{Key::dev_uniq_id, id}, {Key::prmAddr, e.attribute(QStringLiteral("prmAddr"))}};
+        if (!m_database->request(address, 1, {{Key::ui_prm_str, e.text()}})) {
+            m_warnings << QStringLiteral("%1: warning: \"%2\" cannot be set to \"%3\"")
+                              .arg(e.lineNumber())
+                              .arg(e.attribute(QStringLiteral("prmAddr")), e.text());
+        }
+    }
+    for (QDomElement e = device.firstChildElement(QStringLiteral("Signal")); !e.isNull();
+         e = e.nextSiblingElement(QStringLiteral("Signal"))) {
+        const QString input = e.attribute(QStringLiteral("input"));
+        QStringList words{e.attribute(QStringLiteral("source"))};
+        if (e.hasAttribute(QStringLiteral("level")))
+            words << e.attribute(QStringLiteral("level"));
+        if (e.hasAttribute(QStringLiteral("file")))
+            words << e.attribute(QStringLiteral("file"));
+        SignalSource source;
+        QString message;
+        if (!SignalSource::fromWords(words, m_basePath, &source, &message))
+            m_warnings << QStringLiteral("%1: warning: %2").arg(e.lineNumber()).arg(message);
+        else if (!m_database->setSignal(id, input, source))
+            m_warnings << QStringLiteral("%1: warning: device \"%2\" has no input \"%3\"").arg(e.lineNumber()).arg(id, input);
+    }
 }
 
 bool PanelHost::build(IPanelFactory *factory, QString *error)

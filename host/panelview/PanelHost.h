@@ -40,6 +40,8 @@ public:
     //! Builds the panel as a top-level widget; false when the factory built nothing.
     bool build(IPanelFactory *factory, QString *error);
 
+    //! "LINE: warning: ..." for what load() could not use (values a parameter refuses, signals of unknown inputs, unreadable envelopes).
+    QStringList warnings() const { return m_warnings; }
     QWidget *panel() const { return m_panel; }
     QSize designSize() const { return m_designSize; }
     const QDomDocument &document() const { return m_document; }
@@ -79,6 +81,7 @@ public:
 
 private:
     void emitEvent(const QString &json);
+    void readDeviceSetup(const QDomElement &device, const QString &id);
 
     ParameterDatabase *m_database;
     ParameterManagementRegistry m_registry;
@@ -86,6 +89,7 @@ private:
     QString m_basePath;
     QSize m_designSize;
     QVariantMap m_owner;
+    QStringList m_warnings;
     QPointer<QWidget> m_panel;
     float m_zoom = 1.0f;
     std::function<void(const QString &)> m_sink;

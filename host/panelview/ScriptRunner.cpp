@@ -9,7 +9,9 @@
 
 #include <QApplication>
 #include <QColor>
+#include <QDir>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMetaProperty>
@@ -139,6 +141,7 @@ void ScriptRunner::print(const QString &line)
 bool ScriptRunner::run(const QString &script, const QString &fileName)
 {
     m_host->setEventSink([this](const QString &line) { print(line); });
+    m_folder = fileName == QLatin1String("<stdin>") ? QDir::currentPath() : QFileInfo(fileName).absolutePath();
     if (QWidget *panel = m_host->panel()) {
         panel->show();
         QApplication::setActiveWindow(panel);
@@ -482,6 +485,9 @@ QString ScriptRunner::dump(IWidgetCore *core) const
         .toString();
 }
 
+// A day of simulated time is more than any meter remembers.
+constexpr int maxTickMs = 24 * 3600 * 1000;
+
 bool ScriptRunner::execute(const QStringList &tokens, QString *message)
 {
     const QString &command = tokens.first();
@@ -530,6 +536,31 @@ bool ScriptRunner::execute(const QStringList &tokens, QString *message)
         QEventLoop loop;
         QTimer::singleShot(ms, &loop, &QEventLoop::quit);
         loop.exec();
+        return true;
+    }
+    if (command == QLatin1String("tick")) {
+        int ms;
+        if (!arguments(1, "tick MS"))
+            return false;
+        if (!parseInt(tokens.at(1), &ms) || ms < 0 || ms > maxTickMs) {
+            *message = QStringLiteral("bad time \"%1\" (0 to %2 ms)").arg(tokens.at(1)).arg(maxTickMs);
+            return false;
+        }
+        m_host->database()->advance(ms);
+        return true;
+    }
+    if (command == QLatin1String("signal")) {
+        if (tokens.size() < 4) {
+            *message = QStringLiteral("usage: signal DEVICE INPUT off|tone DB|noise DB|envelope FILE");
+            return false;
+        }
+        SignalSource source;
+        if (!SignalSource::fromWords(tokens.mid(3), m_folder, &source, message))
+            return false;
+        if (!m_host->database()->setSignal(tokens.at(1), tokens.at(2), source)) {
+            *message = QStringLiteral("device \"%1\" has no input \"%2\"").arg(tokens.at(1), tokens.at(2));
+            return false;
+        }
         return true;
     }
     if (command == QLatin1String("zoom")) {

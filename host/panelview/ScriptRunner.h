@@ -55,6 +55,8 @@ private:
     PanelHost *m_host;
     QTextStream *m_out;
     QString m_error;
+    //! Where the files a script names are looked for: the script's folder.
+    QString m_folder;
     Qt::MouseButtons m_held = Qt::NoButton;
 };
 

@@ -8,6 +8,7 @@
 #include "ParameterDatabase.h"
 #include "Schema.h"
 #include "ScriptRunner.h"
+#include "SignalClock.h"
 #include "TypeNames.h"
 
 #include <corvane/IHostCore.h>
@@ -15,6 +16,7 @@
 #include <corvane/IWidgetCore.h>
 #include <corvane/IWidgetFactory.h>
 #include <corvane/ParameterManagement.h>
+#include <corvane/Version.h>
 
 #include <QApplication>
 #include <QDir>
@@ -103,25 +105,32 @@ int main(int argc, char *argv[])
             raw << QString::fromLocal8Bit(argv[i]);
         CommandLine early;
         QString ignored;
-        early.parse(raw, &ignored);
-        if ((early.headless() || early.help) && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        // A failed parse prints an error and nothing else, unless it failed on
+        // one of Qt's own options (-platform, ...), which outrank the variable.
+        const bool parsed = early.parse(raw, &ignored);
+        if ((!parsed || early.headless() || early.aboutOnly()) && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
-        else if (!early.headless() && !early.help && !early.panel.isEmpty() && !hasDisplay())
+        else if (parsed && !early.headless() && !early.aboutOnly() && !hasDisplay())
             return fail(QStringLiteral("no display to open a window on; use --screenshot FILE.png to render the panel"));
     }
 
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("panelview"));
+    QApplication::setApplicationVersion(QStringLiteral(CORVANE_VERSION_STR));
 
     CommandLine options;
     QString error;
     if (!options.parse(app.arguments().mid(1), &error)) {
         fail(error);
-        err() << CommandLine::usage();
+        err() << CommandLine::helpHint();
         return 1;
     }
     if (options.help) {
         QTextStream(stdout) << CommandLine::usage();
+        return 0;
+    }
+    if (options.version) {
+        QTextStream(stdout) << QCoreApplication::applicationName() << ' ' << QCoreApplication::applicationVersion() << '\n';
         return 0;
     }
 
@@ -182,6 +191,9 @@ int main(int argc, char *argv[])
             err() << error << '\n';
         return 1;
     }
+    for (const QString &warning : host.warnings())
+        err() << options.panel << ':' << warning << '\n';
+    err().flush();
     host.setZoom(float(options.zoom));
     if (!host.build(panelFactory, &error))
         return fail(error);
@@ -213,6 +225,10 @@ int main(int argc, char *argv[])
     }
 
     if (!options.screenshot.isEmpty()) {
+        // Without a script to say otherwise, the picture shows the signals
+        // after a second, with the meters settled.
+        if (options.script.isEmpty())
+            database->advance(1000);
         panel->show();
         QCoreApplication::processEvents();
         if (!panel->grab().save(options.screenshot, "PNG"))
@@ -241,5 +257,7 @@ int main(int argc, char *argv[])
         });
     }
     panel->show();
+    SignalClock clock(database);
+    clock.start(panel->screen());
     return app.exec();
 }

@@ -1,4 +1,7 @@
 #include "ParameterDatabase.h"
+#include "HostData.h"
+
+#include "FrequencySteps.h"
 
 #include <data/ParameterKeys.h>
 #include <corvane/ParameterManagement.h>
@@ -8,6 +11,7 @@
 #include <QDomDocument>
 #include <QFile>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -19,22 +23,60 @@ QString text(const QVariantMap &map, QLatin1String key)
     return map.value(key).toString();
 }
 
-// Expands "Repeat" elements: every attribute of the parameters inside may
+// A copy of \a e with every attribute's {var} replaced by the loop variables.
+QDomElement substituted(const QDomElement &e, const QMap<QString, QString> &vars)
+{
+    QDomElement copy = e.cloneNode(false).toElement();
+    const QDomNamedNodeMap attributes = copy.attributes();
+    for (int i = 0; i < attributes.count(); ++i) {
+        QDomAttr a = attributes.item(i).toAttr();
+        QString value = a.value();
+        for (auto it = vars.cbegin(); it != vars.cend(); ++it)
+            value.replace(QLatin1Char('{') + it.key() + QLatin1Char('}'), it.value());
+        a.setValue(value);
+    }
+    return copy;
+}
+
+// The frequency of a frequency parameter's value, a row of the step table.
+double hertzOfRow(double row)
+{
+    return FrequencySteps::hertz(qBound(0, int(qBound(0.0, row, 1e6)), FrequencySteps::count() - 1));
+}
+
+// An option parameter's value as an index from 0 to \a last.
+int optionIndex(double value, int last)
+{
+    return int(qBound(0.0, value, double(last)));
+}
+
+struct ModelParts
+{
+    QList<ParameterDefinition> definitions;
+    QList<Equalizer> equalizers;
+    QList<SignalPath> inputs;
+};
+
+// Expands "Repeat" elements: every attribute of the elements inside may
 // name the loop variable as {var}.
-bool readParameters(const QDomElement &parent, const QMap<QString, QString> &vars, QList<ParameterDefinition> *out,
+bool readParameters(const QDomElement &parent, const QMap<QString, QString> &vars, ModelParts *out,
                     QStringList *errors, const QString &origin)
 {
     bool ok = true;
+    auto failed = [&](const QDomElement &e, const QString &error) {
+        if (errors)
+            errors->append(QStringLiteral("%1:%2: %3").arg(origin).arg(e.lineNumber()).arg(error));
+        ok = false;
+    };
     for (QDomElement e = parent.firstChildElement(); !e.isNull(); e = e.nextSiblingElement()) {
-        if (e.tagName() == QLatin1String("Repeat")) {
+        const QString tag = e.tagName();
+        if (tag == QLatin1String("Repeat")) {
             const QString var = e.attribute(QStringLiteral("var"), QStringLiteral("n"));
             bool okFrom = false, okTo = false;
             const int from = e.attribute(QStringLiteral("from")).toInt(&okFrom);
             const int to = e.attribute(QStringLiteral("to")).toInt(&okTo);
             if (!okFrom || !okTo || to < from || to - from > 4096) {
-                if (errors)
-                    errors->append(QStringLiteral("%1:%2: malformed Repeat range").arg(origin).arg(e.lineNumber()));
-                ok = false;
+                failed(e, QStringLiteral("malformed Repeat range"));
                 continue;
             }
             for (int i = from; i <= to; ++i) {
@@ -44,26 +86,26 @@ bool readParameters(const QDomElement &parent, const QMap<QString, QString> &var
             }
             continue;
         }
-        if (e.tagName() != QLatin1String("Parameter"))
-            continue;
-        QDomElement copy = e.cloneNode(false).toElement();
-        const QDomNamedNodeMap attributes = copy.attributes();
-        for (int i = 0; i < attributes.count(); ++i) {
-            QDomAttr a = attributes.item(i).toAttr();
-            QString value = a.value();
-            for (auto it = vars.cbegin(); it != vars.cend(); ++it)
-                value.replace(QLatin1Char('{') + it.key() + QLatin1Char('}'), it.value());
-            a.setValue(value);
-        }
-        ParameterDefinition definition;
         QString error;
-        if (!ParameterDefinition::fromElement(copy, &definition, &error)) {
-            if (errors)
-                errors->append(QStringLiteral("%1:%2: %3").arg(origin).arg(e.lineNumber()).arg(error));
-            ok = false;
-            continue;
+        if (tag == QLatin1String("Parameter")) {
+            ParameterDefinition definition;
+            if (ParameterDefinition::fromElement(substituted(e, vars), &definition, &error))
+                out->definitions.append(definition);
+            else
+                failed(e, error);
+        } else if (tag == QLatin1String("Equalizer")) {
+            Equalizer eq;
+            if (Equalizer::fromElement(substituted(e, vars), &eq, &out->definitions, &error))
+                out->equalizers.append(eq);
+            else
+                failed(e, error);
+        } else if (tag == QLatin1String("Input")) {
+            SignalPath input;
+            if (SignalPath::fromElement(substituted(e, vars), &input, &error))
+                out->inputs.append(input);
+            else
+                failed(e, error);
         }
-        out->append(definition);
     }
     return ok;
 }
@@ -78,7 +120,7 @@ ParameterDatabase *ParameterDatabase::instance()
     static ParameterDatabase *db = [] {
         auto *d = new ParameterDatabase;
         if (QCoreApplication::instance())
-            d->loadModels(QCoreApplication::applicationDirPath() + QLatin1String("/devices"));
+            d->loadModels(hostDataFolder(QStringLiteral("devices")));
         return d;
     }();
     return db;
@@ -123,10 +165,27 @@ bool ParameterDatabase::loadModel(const QByteArray &xml, const QString &origin, 
             errors->append(QStringLiteral("%1:%2: expected <DeviceModel name=\"...\">").arg(origin).arg(root.lineNumber()));
         return false;
     }
-    QList<ParameterDefinition> definitions;
-    const bool ok = readParameters(root, {}, &definitions, errors, origin);
+    ModelParts parts;
+    const bool ok = readParameters(root, {}, &parts, errors, origin);
     Model model;
-    for (const ParameterDefinition &s : qAsConst(definitions)) {
+    model.equalizers = parts.equalizers;
+    // A later input of the same name replaces an earlier one, as parameters do.
+    for (const SignalPath &input : qAsConst(parts.inputs)) {
+        const auto same = std::find_if(model.inputs.begin(), model.inputs.end(),
+                                       [&](const SignalPath &p) { return p.name == input.name; });
+        if (same != model.inputs.end())
+            *same = input;
+        else
+            model.inputs.append(input);
+    }
+    for (int i = 0; i < model.equalizers.size(); ++i) {
+        for (int role = Equalizer::BandType; role <= Equalizer::TotalCurve; ++role) {
+            const int bands = role <= Equalizer::BandPoint ? model.equalizers.at(i).bandCount() : 1;
+            for (int b = 0; b < bands; ++b)
+                model.equalizerOf.insert(model.equalizers.at(i).address(Equalizer::Role(role), b), i);
+        }
+    }
+    for (const ParameterDefinition &s : qAsConst(parts.definitions)) {
         if (model.byAddress.contains(s.address)) {
             model.order[model.byAddress.value(s.address)] = s;
             continue;
@@ -176,6 +235,98 @@ void ParameterDatabase::clearDevices()
     m_deviceOrder.clear();
     m_deviceModels.clear();
     m_states.clear();
+    m_curves.clear();
+    m_inputs.clear();
+}
+
+const Equalizer *ParameterDatabase::equalizerOf(const QString &model, const QString &prmAddr, Equalizer::Role *role,
+                                                int *band) const
+{
+    const auto m = m_models.constFind(model);
+    if (m == m_models.cend())
+        return nullptr;
+    const int index = m->equalizerOf.value(prmAddr, -1);
+    if (index < 0)
+        return nullptr;
+    const Equalizer *eq = &m->equalizers.at(index);
+    int b = 0;
+    const Equalizer::Role r = eq->roleOf(prmAddr, &b);
+    if (role)
+        *role = r;
+    if (band)
+        *band = b;
+    return eq;
+}
+
+double ParameterDatabase::numericValue(const QString &device, const QString &zone, const QString &prmAddr) const
+{
+    const auto it = m_states.constFind(stateKey(device, zone, prmAddr));
+    if (it != m_states.cend())
+        return it->value;
+    const ParameterDefinition *d = definition(m_deviceModels.value(device), prmAddr);
+    return d ? d->defaultValue : 0;
+}
+
+Equalizer::Settings ParameterDatabase::equalizerSettings(const QString &device, const QString &zone,
+                                                         const Equalizer &eq) const
+{
+    using R = Equalizer;
+    auto value = [&](R::Role role, int band) { return numericValue(device, zone, eq.address(role, band)); };
+    auto hertz = [&](R::Role role, int band) { return hertzOfRow(value(role, band)); };
+    Equalizer::Settings s;
+    for (int b = 0; b < eq.bandCount(); ++b) {
+        Equalizer::Settings::Band band;
+        static const FilterResponse::Shape shapes[] = {FilterResponse::Shape::Peaking, FilterResponse::Shape::LowShelf,
+                                                       FilterResponse::Shape::HighShelf, FilterResponse::Shape::Notch};
+        band.shape = shapes[optionIndex(value(R::BandType, b), 3)];
+        band.frequency = hertz(R::BandFreq, b);
+        band.gain = value(R::BandGain, b);
+        band.q = value(R::BandQ, b);
+        band.on = value(R::BandOn, b) > 0;
+        s.bands.append(band);
+    }
+    s.highPass = {hertz(R::HighPassFreq, 0), Equalizer::orderOfSlope(optionIndex(value(R::HighPassSlope, 0), 7)),
+                  value(R::HighPassOn, 0) > 0};
+    s.lowPass = {hertz(R::LowPassFreq, 0), Equalizer::orderOfSlope(optionIndex(value(R::LowPassSlope, 0), 7)),
+                 value(R::LowPassOn, 0) > 0};
+    s.on = value(R::SectionOn, 0) > 0;
+    const double rate = numericValue(device, zone, stateAddress);
+    if (rate > 0)
+        s.sampleRate = rate;
+    return s;
+}
+
+QString ParameterDatabase::computedText(const QString &device, const QString &zone, const Equalizer &eq,
+                                        Equalizer::Role role, int band) const
+{
+    auto hertz = [&](Equalizer::Role r) { return hertzOfRow(numericValue(device, zone, eq.address(r, band))); };
+    switch (role) {
+    case Equalizer::BandPoint:
+        return eq.pointText(hertz(Equalizer::BandFreq), numericValue(device, zone, eq.address(Equalizer::BandGain, band)));
+    case Equalizer::HighPassPoint:
+        return eq.pointText(hertz(Equalizer::HighPassFreq), 0);
+    case Equalizer::LowPassPoint:
+        return eq.pointText(hertz(Equalizer::LowPassFreq), 0);
+    case Equalizer::OwnCurve:
+    case Equalizer::FilterCurve:
+    case Equalizer::TotalCurve: {
+        const QString key = stateKey(device, zone, eq.address(role));
+        const auto cached = m_curves.constFind(key);
+        if (cached != m_curves.cend())
+            return *cached;
+        const Equalizer::Settings settings = equalizerSettings(device, zone, eq);
+        QVector<FilterResponse::Section> cascade;
+        if (role != Equalizer::FilterCurve)
+            cascade += eq.bandCascade(settings);
+        if (role != Equalizer::OwnCurve)
+            cascade += eq.filterCascade(settings);
+        const QString text = eq.curveText(cascade, settings.sampleRate);
+        m_curves.insert(key, text);
+        return text;
+    }
+    default:
+        return QString();
+    }
 }
 
 QString ParameterDatabase::stateKey(const QString &device, const QString &zone, const QString &prmAddr)
@@ -232,12 +383,23 @@ bool ParameterDatabase::readParameter(const QVariantMap &address, QVariantMap &a
             out.insert(Key::prmValue, QString::number(state.value, 'g', 10));
             out.insert(Key::prmMin, s->displayText(s->minimum));
             out.insert(Key::prmMax, s->displayText(s->maximum));
-            if (s->type == ParameterDefinition::Meter)
-                out.insert(Key::ui_prm_prak, position);
+            if (s->type == ParameterDefinition::Meter) {
+                out.insert(Key::ui_prm_prak, qIsNaN(state.peak) ? position
+                                                                : ParameterDefinition::positionText(
+                                                                      s->positionOf(state.peak)));
+            }
         } else {
-            out.insert(Key::ui_prm_val, s->type == ParameterDefinition::State ? state.text : QStringLiteral("0"));
-            out.insert(Key::ui_prm_str, state.text);
-            out.insert(Key::prmValue, state.text);
+            QString shown = state.text;
+            Equalizer::Role role;
+            int band;
+            const QString prmAddr = text(address, Key::prmAddr);
+            if (const Equalizer *eq = equalizerOf(m_deviceModels.value(dev), prmAddr, &role, &band)) {
+                if (Equalizer::isComputed(role))
+                    shown = computedText(dev, text(address, Key::zone_uniq_id), *eq, role, band);
+            }
+            out.insert(Key::ui_prm_val, s->type == ParameterDefinition::State ? shown : QStringLiteral("0"));
+            out.insert(Key::ui_prm_str, shown);
+            out.insert(Key::prmValue, shown);
         }
         out.insert(Key::prmUnit, s->unit);
         out.insert(Key::prmType, ParameterDefinition::typeName(s->type));
@@ -328,6 +490,12 @@ bool ParameterDatabase::request(const QVariantMap &address, int kind, const QMap
     const ParameterDefinition *s = specFor(address);
     if (!s || s->readOnly)
         return false;
+    Equalizer::Role role = Equalizer::NoRole;
+    int band = 0;
+    const Equalizer *eq = equalizerOf(m_deviceModels.value(text(address, Key::dev_uniq_id)),
+                                      text(address, Key::prmAddr), &role, &band);
+    if (eq && Equalizer::isPoint(role))
+        return requestPoint(address, *eq, role, band, kind, arguments);
     const QString key = stateKey(text(address, Key::dev_uniq_id), text(address, Key::zone_uniq_id),
                                  text(address, Key::prmAddr));
     State state = m_states.value(key, initialState(*s));
@@ -336,7 +504,73 @@ bool ParameterDatabase::request(const QVariantMap &address, int kind, const QMap
     state.stored.clear();
     m_states.insert(key, state);
     notify(address);
+    if (eq)
+        notifyDependents(address, *eq, role, band);
     return true;
+}
+
+// A handle's "fx:fy" sets the frequency and, for a band, the gain; the
+// handle and the curves follow.
+bool ParameterDatabase::requestPoint(const QVariantMap &address, const Equalizer &eq, Equalizer::Role role, int band,
+                                     int kind, const QMap<QString, QString> &arguments)
+{
+    const Equalizer::Role freqRole = role == Equalizer::BandPoint ? Equalizer::BandFreq
+        : role == Equalizer::HighPassPoint                        ? Equalizer::HighPassFreq
+                                                                  : Equalizer::LowPassFreq;
+    QList<Equalizer::Role> targets{freqRole};
+    if (role == Equalizer::BandPoint)
+        targets.append(Equalizer::BandGain);
+    double hertz = 0, db = 0;
+    if (kind == 1) {
+        if (!eq.readFractions(arguments.value(Key::ui_prm_str), &hertz, &db))
+            return false;
+    } else if (kind != 3) {
+        return false;
+    }
+    const QString dev = text(address, Key::dev_uniq_id);
+    const QString zone = text(address, Key::zone_uniq_id);
+    const QString model = m_deviceModels.value(dev);
+    QStringList changed;
+    for (Equalizer::Role target : qAsConst(targets)) {
+        const ParameterDefinition *d = definition(model, eq.address(target, band));
+        if (!d || d->readOnly)
+            continue;
+        const QString key = stateKey(dev, zone, d->address);
+        State state = m_states.value(key, initialState(*d));
+        if (kind == 3)
+            state = initialState(*d);
+        else if (target == freqRole)
+            state.value = d->normalized(FrequencySteps::nearestRow(hertz));
+        else
+            state.value = d->normalized(db);
+        state.stored.clear();
+        m_states.insert(key, state);
+        changed.append(d->address);
+        for (const QString &dependent : eq.dependents(target, band)) {
+            m_curves.remove(stateKey(dev, zone, dependent));
+            if (!changed.contains(dependent))
+                changed.append(dependent);
+        }
+    }
+    for (const QString &prmAddr : qAsConst(changed)) {
+        QVariantMap one = address;
+        one.insert(Key::prmAddr, prmAddr);
+        notify(one);
+    }
+    return true;
+}
+
+void ParameterDatabase::notifyDependents(const QVariantMap &address, const Equalizer &eq, Equalizer::Role role,
+                                         int band)
+{
+    const QString dev = text(address, Key::dev_uniq_id);
+    const QString zone = text(address, Key::zone_uniq_id);
+    for (const QString &dependent : eq.dependents(role, band)) {
+        m_curves.remove(stateKey(dev, zone, dependent));
+        QVariantMap changed = address;
+        changed.insert(Key::prmAddr, dependent);
+        notify(changed);
+    }
 }
 
 bool ParameterDatabase::store(const QVariantMap &address, const QMap<QString, QString> &texts)
@@ -415,6 +649,164 @@ void ParameterDatabase::notify(const QVariantMap &address)
     m_observer->parameterChanged({{Key::dev_uniq_id, text(address, Key::dev_uniq_id)},
                                   {Key::prmAddr, text(address, Key::prmAddr)},
                                   {Key::zone_uniq_id, text(address, Key::zone_uniq_id)}});
+}
+
+// ---------------------------------------------------------------------------
+// Signals and meters
+
+namespace {
+
+constexpr double blockMs = 10;
+constexpr double silenceDb = -200;
+constexpr qint64 maxAdvanceMs = 24 * 3600 * 1000;
+// Longer than any meter remembers: older time is skipped, not simulated.
+constexpr double simulatedWindowMs = 60000;
+
+// The ratio of an option text such as "4:1" or "inf:1"; 1 when it does not read.
+double ratioOf(const QString &option)
+{
+    const QString first = option.section(QLatin1Char(':'), 0, 0).trimmed();
+    if (first.compare(QLatin1String("inf"), Qt::CaseInsensitive) == 0)
+        return qInf();
+    bool ok = false;
+    const double r = first.toDouble(&ok);
+    return ok && r >= 1 ? r : 1.0;
+}
+
+quint32 nextRandom(quint32 *state)
+{
+    // xorshift32: the same sequence on every machine, so scripts are repeatable.
+    quint32 x = *state ? *state : 0x9e3779b9u;
+    x ^= x << 13;
+    x ^= x >> 17;
+    x ^= x << 5;
+    *state = x;
+    return x;
+}
+
+} // namespace
+
+bool ParameterDatabase::setSignal(const QString &device, const QString &input, const SignalSource &source)
+{
+    if (!m_deviceModels.contains(device))
+        return false;
+    const Model model = m_models.value(m_deviceModels.value(device));
+    const bool known = std::any_of(model.inputs.cbegin(), model.inputs.cend(),
+                                   [&](const SignalPath &p) { return p.name == input; });
+    if (!known)
+        return false;
+    Input &in = m_inputs[device + QLatin1Char('\n') + input];
+    in.source = source;
+    in.random = qHash(device + QLatin1Char('\n') + input) | 1u;
+    in.wander = 0;
+    return true;
+}
+
+void ParameterDatabase::advance(qint64 ms)
+{
+    if (ms <= 0)
+        return;
+    ms = qMin(ms, maxAdvanceMs);
+    double left = double(ms);
+    if (left > simulatedWindowMs) {
+        m_clock += left - simulatedWindowMs;
+        left = simulatedWindowMs;
+    }
+    while (left > 0) {
+        const double dt = qMin(blockMs, left);
+        step(dt);
+        left -= dt;
+    }
+    for (const QString &dev : qAsConst(m_deviceOrder)) {
+        const auto model = m_models.constFind(m_deviceModels.value(dev));
+        if (model == m_models.cend())
+            continue;
+        for (const SignalPath &path : model->inputs) {
+            const Input in = m_inputs.value(dev + QLatin1Char('\n') + path.name);
+            showMeter(dev, path.level, in.level);
+            if (!path.gainReduction.isEmpty())
+                showMeter(dev, path.gainReduction, in.gainReduction);
+        }
+    }
+}
+
+double ParameterDatabase::sourceLevel(Input *in, double ms) const
+{
+    switch (in->source.kind) {
+    case SignalSource::Off:
+        return silenceDb;
+    case SignalSource::Tone:
+        return in->source.level;
+    case SignalSource::Noise: {
+        // A level that wanders about the set one, a few dB either way, as
+        // programme material or pink noise reads on a meter.
+        const double a = std::exp(-ms / 80);
+        const double u = (nextRandom(&in->random) / 4294967295.0 - 0.5) * 2 * std::sqrt(3.0);
+        in->wander = a * in->wander + std::sqrt(1 - a * a) * 4 * u;
+        return in->source.level + in->wander;
+    }
+    case SignalSource::Envelope:
+        return SignalSource::envelopeAt(in->source.envelope, m_clock);
+    }
+    return silenceDb;
+}
+
+void ParameterDatabase::step(double ms)
+{
+    m_clock += ms;
+    for (const QString &dev : qAsConst(m_deviceOrder)) {
+        const auto model = m_models.constFind(m_deviceModels.value(dev));
+        if (model == m_models.cend())
+            continue;
+        for (const SignalPath &path : model->inputs) {
+            Input &in = m_inputs[dev + QLatin1Char('\n') + path.name];
+            auto value = [&](const QString &prmAddr) { return numericValue(dev, QString(), prmAddr); };
+            double level = sourceLevel(&in, ms);
+            if (!path.gain.isEmpty())
+                level += value(path.gain);
+            double reduction = 0;
+            if (!path.compressorOn.isEmpty() && value(path.compressorOn) > 0 && !path.threshold.isEmpty()) {
+                const double threshold = value(path.threshold);
+                double ratio = 1;
+                if (const ParameterDefinition *d = definition(model.key(), path.ratio))
+                    ratio = ratioOf(d->displayText(value(path.ratio)));
+                if (level > threshold)
+                    reduction = (level - threshold) * (1 - 1 / ratio);
+            }
+            level -= reduction;
+            if (!path.fader.isEmpty()) {
+                const ParameterDefinition *d = definition(model.key(), path.fader);
+                const double fader = value(path.fader);
+                level = d && d->minusInfinity && fader <= d->minimum ? silenceDb : level + fader;
+            }
+            if (!path.mute.isEmpty() && value(path.mute) > 0)
+                level = silenceDb;
+            const ParameterDefinition *meter = definition(model.key(), path.level);
+            in.level.advance(qMax(level, silenceDb), ms, path, meter ? meter->minimum : silenceDb);
+            const ParameterDefinition *grMeter = definition(model.key(), path.gainReduction);
+            in.gainReduction.advance(reduction, ms, path, grMeter ? grMeter->minimum : 0);
+        }
+    }
+}
+
+void ParameterDatabase::showMeter(const QString &device, const QString &prmAddr, const Ballistics &reading)
+{
+    const ParameterDefinition *d = definition(m_deviceModels.value(device), prmAddr);
+    if (!d)
+        return;
+    const QString key = stateKey(device, QString(), prmAddr);
+    State state = m_states.value(key, initialState(*d));
+    const double level = qBound(d->minimum, reading.level, d->maximum);
+    const double peak = qBound(d->minimum, reading.peak, d->maximum);
+    const auto shown = [d](double v) { return ParameterDefinition::positionText(d->positionOf(v)); };
+    const bool changed = shown(level) != shown(state.value)
+        || shown(peak) != shown(qIsNaN(state.peak) ? state.value : state.peak)
+        || d->displayText(level) != d->displayText(state.value);
+    state.value = level;
+    state.peak = peak;
+    m_states.insert(key, state);
+    if (changed)
+        notify({{Key::dev_uniq_id, device}, {Key::prmAddr, prmAddr}});
 }
 
 extern "C" IAbstractDB *GetAbstractDB()

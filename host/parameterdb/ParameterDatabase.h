@@ -3,7 +3,9 @@
 
 #include <corvane/IAbstractDB.h>
 
+#include "Equalizer.h"
 #include "ParameterDefinition.h"
+#include "SignalPath.h"
 
 #include <QHash>
 #include <QMap>
@@ -22,6 +24,11 @@
     Texts stored with store() override what the parameter's type would
     answer until the next applied request; they can also give a device a
     parameter that its model does not declare.
+
+    Equaliser sections of a model compute their curves and handle positions
+    from the band parameters (see Equalizer). Inputs of a model are fed by a
+    signal source each; advance() moves the simulated time on and lets the
+    meters follow with their ballistics.
 */
 class Q_DECL_EXPORT ParameterDatabase : public IAbstractDB
 {
@@ -52,6 +59,17 @@ public:
     //! Stores \a texts, unchanged, for the parameter of \a address and reports the change; false for an unknown device.
     bool store(const QVariantMap &address, const QMap<QString, QString> &texts);
 
+    //! Feeds input \a input of \a device from \a source; false for an unknown device or input.
+    bool setSignal(const QString &device, const QString &input, const SignalSource &source);
+    //! Moves the simulated time on by \a ms (0 to one day) and reports every meter that changed.
+    void advance(qint64 ms);
+    //! Milliseconds of simulated time since the database was made.
+    double simulatedTime() const { return m_clock; }
+    //! The settings of \a equalizer of \a device as the device holds them now.
+    Equalizer::Settings equalizerSettings(const QString &device, const QString &zone, const Equalizer &equalizer) const;
+    const Equalizer *equalizerOf(const QString &model, const QString &prmAddr, Equalizer::Role *role = nullptr,
+                                 int *band = nullptr) const;
+
     QStringList devices() const override;
     QVariantMap device(const QString &devUniqId) const override;
     bool readParameter(const QVariantMap &address, QVariantMap &answer) const override;
@@ -67,6 +85,7 @@ private:
     struct State
     {
         double value = 0;
+        double peak = qQNaN();
         QString text;
         QMap<QString, QString> stored;
     };
@@ -74,6 +93,17 @@ private:
     {
         QList<ParameterDefinition> order;
         QHash<QString, int> byAddress;
+        QList<Equalizer> equalizers;
+        QHash<QString, int> equalizerOf;
+        QList<SignalPath> inputs;
+    };
+    struct Input
+    {
+        SignalSource source;
+        quint32 random = 1;
+        double wander = 0;
+        Ballistics level;
+        Ballistics gainReduction{0};
     };
 
     static QString stateKey(const QString &device, const QString &zone, const QString &prmAddr);
@@ -81,11 +111,23 @@ private:
     State initialState(const ParameterDefinition &definition) const;
     bool apply(const ParameterDefinition &definition, State *state, int kind, const QMap<QString, QString> &arguments) const;
     void notify(const QVariantMap &address);
+    double numericValue(const QString &device, const QString &zone, const QString &prmAddr) const;
+    QString computedText(const QString &device, const QString &zone, const Equalizer &equalizer,
+                         Equalizer::Role role, int band) const;
+    bool requestPoint(const QVariantMap &address, const Equalizer &equalizer, Equalizer::Role role, int band,
+                      int kind, const QMap<QString, QString> &arguments);
+    void notifyDependents(const QVariantMap &address, const Equalizer &equalizer, Equalizer::Role role, int band);
+    void step(double ms);
+    double sourceLevel(Input *input, double ms) const;
+    void showMeter(const QString &device, const QString &prmAddr, const Ballistics &reading);
 
     QMap<QString, Model> m_models;
     QStringList m_deviceOrder;
     QHash<QString, QString> m_deviceModels;
     mutable QHash<QString, State> m_states;
+    mutable QHash<QString, QString> m_curves;
+    QHash<QString, Input> m_inputs;
+    double m_clock = 0;
     IParameterObserver *m_observer = nullptr;
     bool m_apply = true;
 };

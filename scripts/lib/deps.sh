@@ -1,6 +1,7 @@
-# Debian packages the build, the tests and the demo need.
+# Debian packages the build, the tests, the demo and the Debian package need
+# (dpkg-dev and file: dpkg-shlibdeps works out the package's dependencies).
 CORVANE_PACKAGES=(
-    cmake g++ make pkg-config
+    cmake g++ make pkg-config dpkg-dev file
     qtbase5-dev qtbase5-dev-tools libqt5svg5-dev qttools5-dev
     xvfb xauth xdotool x11-utils
     fonts-dejavu-core

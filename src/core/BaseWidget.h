@@ -96,7 +96,8 @@ public:
     ParameterManagementRegistry *registry() const { return m_registry; }
     const ParameterAddress &addressAt(int index) const;
     bool highlight() const { return m_highlight; }
-    bool isActive() const { return m_active; }
+    //! Active when the host marks the control's panel active or the control was set active itself.
+    bool isActive() const { return m_active || (m_hostCore && m_hostCore->isActive(this)); }
     bool dragEnabled() const { return m_dragEnabled; }
     void setDragEnabled(bool enabled) { m_dragEnabled = enabled; }
     bool visibleParameterName() const { return m_visibleParameterName; }

@@ -1,6 +1,7 @@
 #include "PanelFactory.h"
 #include "PanelHost.h"
 #include "ParameterDatabase.h"
+#include "SignalClock.h"
 
 #include <corvane/IPanelFactory.h>
 #include <corvane/IWidgetCore.h>
@@ -111,6 +112,8 @@ private slots:
     void registryEvent();
     void readsFillTheValue();
     void loadRefusesOtherRoots();
+    void devicesStartWithTheirValuesAndSignals();
+    void clockRunsTheSignalsInRealTime();
 
 private:
     FakeControl *fake(const char *name) { return static_cast<FakeControl *>(host->control(name)); }
@@ -261,6 +264,56 @@ void tst_PanelHost::loadRefusesOtherRoots()
     QCOMPARE(error, QStringLiteral("p.xml:1: error: the root element must be <Panel>, not <Page>"));
     QVERIFY(!other.load("<Panel>", "p.xml", &error));
     QVERIFY(error.startsWith("p.xml:1: error: "));
+}
+
+void tst_PanelHost::devicesStartWithTheirValuesAndSignals()
+{
+    QVERIFY(db->loadModel(R"(<DeviceModel name="S">
+                               <Parameter address="G" type="linear" min="0" max="10"/>
+                               <Parameter address="Meter:L" type="meter" min="-60" max="0"/>
+                               <Input name="In" gain="G" level="Meter:L" attack="0" release="0" hold="0"/>
+                             </DeviceModel>)",
+                          "S.xml"));
+    PanelHost other(db);
+    QString error;
+    QVERIFY(other.load(R"(<Panel>
+  <Device id="s" model="S">
+    <Value prmAddr="G">4</Value>
+    <Value prmAddr="G">eleven</Value>
+    <Value prmAddr="Nothing">1</Value>
+    <Signal input="In" source="tone" level="-30"/>
+    <Signal input="Out" source="tone" level="-30"/>
+    <Signal input="In" source="hum"/>
+  </Device>
+</Panel>)",
+                       "p.xml", &error));
+    QCOMPARE(other.warnings(), QStringList({
+                                   "4: warning: \"G\" cannot be set to \"eleven\"",
+                                   "5: warning: \"Nothing\" cannot be set to \"1\"",
+                                   "7: warning: device \"s\" has no input \"Out\"",
+                                   "8: warning: a signal is \"off\", \"tone DB\", \"noise DB\" or \"envelope FILE\"",
+                               }));
+    QVariantMap answer;
+    QVERIFY(db->readParameter(at("s", "G"), answer));
+    QCOMPARE(answer.value("ui_prm_str").toString(), QStringLiteral("4"));
+    // -30 dB through a gain of 4 dB, meters without ballistics.
+    db->advance(10);
+    QVERIFY(db->readParameter(at("s", "Meter:L"), answer));
+    QCOMPARE(answer.value("ui_prm_str").toString(), QStringLiteral("-26.0 dB"));
+}
+
+void tst_PanelHost::clockRunsTheSignalsInRealTime()
+{
+    SignalClock clock(db);
+    clock.start(nullptr);
+    QCOMPARE(clock.interval(), 16);
+    const double before = db->simulatedTime();
+    QElapsedTimer real;
+    real.start();
+    QTRY_VERIFY(db->simulatedTime() >= before + 100);
+    clock.stop();
+    // Never ahead of the time that really passed.
+    QVERIFY(db->simulatedTime() - before <= real.elapsed() + 1);
 }
 
 QTEST_MAIN(tst_PanelHost)

@@ -3,6 +3,7 @@
 #include <corvane/IWidgetCore.h>
 #include <corvane/IWidgetFactory.h>
 #include <corvane/ParameterManagement.h>
+#include <corvane/Version.h>
 
 #include "support/RecordingHost.h"
 
@@ -25,6 +26,7 @@ private slots:
     void initTestCase();
     void metadata();
     void rootObject();
+    void version();
     void typeNames();
     void createsEveryType();
     void unknownNames_data();
@@ -70,6 +72,24 @@ void tst_Plugin::rootObject()
     QCOMPARE(root->qt_metacast("com.tessaro.skd.MainApplication.IWidgetFactory/0.0"), asFactory);
     QCOMPARE(root->qt_metacast("WidgetFactory"), static_cast<void *>(root));
     QVERIFY(!root->qt_metacast("IWidgetCore"));
+}
+
+// The version rides on the root object's class info; the metadata record
+// keeps only what every Qt plug-in has.
+void tst_Plugin::version()
+{
+    const QMetaObject *meta = m_loader.instance()->metaObject();
+    const int at = meta->indexOfClassInfo("Version");
+    QVERIFY(at >= 0);
+    QCOMPARE(QString::fromLatin1(meta->classInfo(at).value()), QStringLiteral(CORVANE_VERSION_STR));
+    QCOMPARE(meta->classInfoCount(), 1);
+    QCOMPARE(QString::fromLatin1(meta->classInfo(at).value()).split(QLatin1Char('.')).size(), 3);
+    QCOMPARE(CORVANE_VERSION, CORVANE_VERSION_CHECK(CORVANE_VERSION_MAJOR, CORVANE_VERSION_MINOR, CORVANE_VERSION_PATCH));
+    QVERIFY(CORVANE_VERSION > CORVANE_VERSION_CHECK(0, 0, 99));
+
+    QStringList keys = m_loader.metaData().keys();
+    keys.sort();
+    QCOMPARE(keys, (QStringList{"IID", "archreq", "className", "debug", "version"}));
 }
 
 QStringList tst_Plugin::names() const

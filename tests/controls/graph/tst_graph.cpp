@@ -428,24 +428,29 @@ private slots:
     void paintParametric_data()
     {
         QTest::addColumn<bool>("active");
+        QTest::addColumn<bool>("hostActive");
         QTest::addColumn<int>("mode");
         QTest::addColumn<QColor>("line");
         QTest::addColumn<QColor>("fill");
         const QColor grey(153, 153, 153, 153);
-        QTest::newRow("active") << true << 1 << QColor(255, 0, 0) << QColor(0, 0, 255);
-        QTest::newRow("inactive") << false << 1 << grey << grey;
+        QTest::newRow("active") << true << false << 1 << QColor(255, 0, 0) << QColor(0, 0, 255);
+        QTest::newRow("active panel of the host") << false << true << 1 << QColor(255, 0, 0) << QColor(0, 0, 255);
+        QTest::newRow("inactive") << false << false << 1 << grey << grey;
         // Active off line, the plain graph shows S, which nothing filled.
-        QTest::newRow("active, design mode") << true << 0 << QColor(Qt::transparent) << QColor(Qt::transparent);
-        QTest::newRow("inactive, design mode") << false << 0 << grey << grey;
+        QTest::newRow("active, design mode") << true << false << 0 << QColor(Qt::transparent)
+                                             << QColor(Qt::transparent);
+        QTest::newRow("inactive, design mode") << false << false << 0 << grey << grey;
     }
 
     void paintParametric()
     {
         QFETCH(bool, active);
+        QFETCH(bool, hostActive);
         QFETCH(int, mode);
         QFETCH(QColor, line);
         QFETCH(QColor, fill);
         host.hostMode = mode;
+        host.active = hostActive;
         // A plateau on row 5 over a 21 x 21 graph closed on row 11.
         host.setParameter(curveAddr, QString(), QStringLiteral("0:20/0:20/0:15/20:15"));
         auto *g = host.make<ParametricEqualizerGraph>(
