@@ -60,7 +60,8 @@ public:
         end();
     }
 
-    void anything()
+    //! Any text and child elements; any attributes too with \a freeAttributes.
+    void anything(bool freeAttributes = true)
     {
         attribute("mixed", QStringLiteral("true"));
         start("sequence");
@@ -70,7 +71,8 @@ public:
         attribute("processContents", QStringLiteral("skip"));
         end();
         end();
-        anyAttribute();
+        if (freeAttributes)
+            anyAttribute();
     }
 
     void choiceOf(const QStringList &children, const QString &parent)
@@ -187,9 +189,11 @@ QString generate(const QStringList &typeNames, const QMap<QString, QStringList> 
     w.start("choice");
     w.attribute("minOccurs", QStringLiteral("0"));
     w.attribute("maxOccurs", QStringLiteral("unbounded"));
+    // A device may also carry its starting state (signals, values), read by the host.
     w.start("element");
     w.attribute("name", QStringLiteral("Device"));
     w.start("complexType");
+    w.anything(false);
     for (const char *name : {"id", "model"})
         w.attributeOf(QLatin1String(name), QStringLiteral("xs:string"), true);
     w.end();
