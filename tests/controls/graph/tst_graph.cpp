@@ -125,6 +125,18 @@ private:
         Input::mouse(p, type, QPoint(x, y) - p->pos(), Qt::LeftButton, mods);
     }
 
+    // A Brio graph with two curves of equal length and the sum switch at \a sum.
+    BrioParametricEqualizerGraph *brioGraph(const QString &sum)
+    {
+        host.hostMode = 0;
+        host.setParameter(curveAddr, QString(), QStringLiteral("0:10/0:160/0:80/10:80"));
+        host.setParameter(secondAddr, QString(), QStringLiteral("0:10/0:160/0:100/10:60"));
+        host.setParameter(switchAddr, sum, QString());
+        return host.make<BrioParametricEqualizerGraph>(
+            rect(11, 162) + QStringLiteral("<AddressList>%1%2%3</AddressList>")
+                                .arg(address(curveAddr), address(secondAddr), address(switchAddr)));
+    }
+
 private slots:
     void init()
     {
@@ -781,13 +793,7 @@ private slots:
         QFETCH(QString, val);
         QFETCH(bool, sumOn);
         QFETCH(bool, hpfOn);
-        host.hostMode = 0;
-        host.setParameter(curveAddr, QString(), QStringLiteral("0:10/0:160/0:80/10:80"));
-        host.setParameter(secondAddr, QString(), QStringLiteral("0:10/0:160/0:100/10:60"));
-        host.setParameter(switchAddr, QStringLiteral("1"), QString());
-        auto *g = host.make<BrioParametricEqualizerGraph>(
-            rect(11, 162) + QStringLiteral("<AddressList>%1%2%3</AddressList>")
-                                .arg(address(curveAddr), address(secondAddr), address(switchAddr)));
+        auto *g = brioGraph(QStringLiteral("1"));
         setValue(g, switchAddr, val, QString());
         QCOMPARE(g->isSumOn(), sumOn);
 
@@ -800,13 +806,7 @@ private slots:
     // The sum switch takes effect with the next curve, not by itself.
     void brioSwitchDoesNotResum()
     {
-        host.hostMode = 0;
-        host.setParameter(curveAddr, QString(), QStringLiteral("0:10/0:160/0:80/10:80"));
-        host.setParameter(secondAddr, QString(), QStringLiteral("0:10/0:160/0:100/10:60"));
-        host.setParameter(switchAddr, QStringLiteral("0"), QString());
-        auto *g = host.make<BrioParametricEqualizerGraph>(
-            rect(11, 162) + QStringLiteral("<AddressList>%1%2%3</AddressList>")
-                                .arg(address(curveAddr), address(secondAddr), address(switchAddr)));
+        auto *g = brioGraph(QStringLiteral("0"));
         const QString own = QStringLiteral("0,81 10,81 10,81 0,81");
         QCOMPARE(g->property("curve").toString(), own);
         setValue(g, switchAddr, QStringLiteral("1"), QString());
