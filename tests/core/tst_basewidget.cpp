@@ -1,4 +1,5 @@
 #include "core/BaseWidget.h"
+#include "support/InChildProcess.h"
 #include "support/PaintCounter.h"
 #include "support/RecordingHost.h"
 
@@ -365,6 +366,8 @@ void tst_BaseWidget::requests()
 
 void tst_BaseWidget::requestGuards()
 {
+    // Index 2 is one past the list: a missing guard reads out of bounds.
+    CORVANE_RUN_IN_CHILD_PROCESS();
     RecordingHost host;
     host.setParameter("dev1", "Ch/Gain", "0.5", "x");
     ParameterManagementRegistry registry;
