@@ -42,6 +42,11 @@ BaseWidget::BaseWidget(IHostCore *hostCore, ParameterManagementRegistry *registr
     // QObject::property() needs the type registered.
     static const int alignmentType = qRegisterMetaType<Qt::Alignment>("Qt::Alignment");
     Q_UNUSED(alignmentType)
+    // The application's family, not the parent's: a control inside a panel
+    // with its own font still starts from the application's.
+    QFont f = font();
+    f.setFamily(QGuiApplication::font().family());
+    setFont(f);
     applyFont(zoomFactor());
 }
 
@@ -236,6 +241,9 @@ bool BaseWidget::applyAddressValues(const QList<QVariantMap> &values)
             changed |= value.set(Key::ui_prm_str, map.value(Key::ui_prm_str).toString());
             if (changed)
                 addressValueChanged(i);
+            // Painting also reads state the host keeps (active, mode).
+            if (repaintsOnMatch())
+                update();
         }
     }
     return true;
@@ -257,6 +265,10 @@ void BaseWidget::notifyValueChanged(const QVariantMap &parameter)
         }
         if (changed)
             addressValueChanged(i);
+        // Painting also reads state the host keeps (active, mode); Qt
+        // merges the repaints of one round.
+        if (repaintsOnMatch())
+            update();
     }
 }
 
@@ -298,18 +310,25 @@ bool BaseWidget::appendAddress(const QDomElement &e, const QString &addrType)
     return appendAddress(parseAddressKeys(e), addrType);
 }
 
+bool BaseWidget::completeDevice(QVariantMap &keys) const
+{
+    if (!keys.value(Key::dev_uniq_id).toString().isEmpty())
+        return true;
+    const QVariantMap owner = ownerDevice();
+    const QString device = owner.value(Key::dev_uniq_id).toString();
+    if (device.isEmpty())
+        return false;
+    keys.insert(Key::dev_uniq_id, device);
+    if (!keys.contains(Key::dev_model) && owner.contains(Key::dev_model))
+        keys.insert(Key::dev_model, owner.value(Key::dev_model));
+    return true;
+}
+
 bool BaseWidget::appendAddress(QVariantMap keys, const QString &addrType)
 {
     completeAddressKeys(keys);
-    if (keys.value(Key::dev_uniq_id).toString().isEmpty()) {
-        const QVariantMap owner = ownerDevice();
-        const QString device = owner.value(Key::dev_uniq_id).toString();
-        if (device.isEmpty())
-            return false;
-        keys.insert(Key::dev_uniq_id, device);
-        if (!keys.contains(Key::dev_model) && owner.contains(Key::dev_model))
-            keys.insert(Key::dev_model, owner.value(Key::dev_model));
-    }
+    if (!completeDevice(keys))
+        return false;
     if (!addrType.isEmpty())
         keys.insert(Key::AddrType, addrType);
 
@@ -347,6 +366,9 @@ void BaseWidget::rebindAddress(int index, const QVariantMap &keys)
         return;
     ParameterAddress &entry = m_addresses[index];
     QVariantMap bound = keys;
+    // Without any device the entry stays unregistered: a default manager
+    // registration could not be taken back (removals go to "Prm").
+    const bool hasDevice = completeDevice(bound);
     bool complete = true;
     bound.insert(Key::prmAddr, boundAddress(m_templates.at(index), &complete));
     if (!complete)
@@ -357,7 +379,7 @@ void BaseWidget::rebindAddress(int index, const QVariantMap &keys)
         unregisterAddress(entry);
     entry.setKeys(bound);
     entry.value() = Value();
-    m_registered[index] = entry.isValid() && registerAddress(entry);
+    m_registered[index] = hasDevice && entry.isValid() && registerAddress(entry);
     if (entry.isValid())
         readAddressValue(index);
     addressRebound(index);
@@ -802,6 +824,13 @@ QColor BaseWidget::parseColor(const QString &text, const QColor &fallback)
 
 bool BaseWidget::readRect(const QDomElement &e)
 {
+    // All four numbers or nothing: <Rect/> leaves the geometry as it is.
+    for (const char *name : {"x", "y", "width", "height"}) {
+        bool ok = false;
+        e.attribute(QLatin1String(name)).toInt(&ok);
+        if (!ok)
+            return false;
+    }
     const QRect r = parseRect(e);
     m_designPosition = r.topLeft();
     m_designSize = r.size();

@@ -57,6 +57,25 @@ public:
     BaseWidget(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
     ~BaseWidget() override;
 
+    // Description handlers, in the order tags are registered. They are this
+    // class's first own virtual operations, in this order: binary interface.
+    virtual bool readRect(const QDomElement &e);
+    virtual bool readFocus(const QDomElement &e);
+    virtual bool readLayout(const QDomElement &e);
+    virtual bool readFont(const QDomElement &e);
+    virtual bool readFontSize(const QDomElement &e);
+    virtual bool readAddress(const QDomElement &e);
+    virtual bool readAddressList(const QDomElement &e);
+    virtual bool readDragEnabled(const QDomElement &e);
+    virtual bool readBaseAddress(const QDomElement &e);
+    virtual bool readReplaceParameterName(const QDomElement &e);
+    virtual bool readVisibleParameterName(const QDomElement &e);
+    virtual bool readContextMenuVisible(const QDomElement &e);
+    virtual bool readFindKey(const QDomElement &e);
+    virtual bool readRemoteControlList(const QDomElement &e);
+    virtual bool readTabOrder(const QDomElement &e);
+    virtual bool readFrontFocus(const QDomElement &e);
+
     static const TagTable &tags();
     virtual const TagTable &tagTable() const { return tags(); }
     //! Every description tag this control reads.
@@ -135,6 +154,8 @@ public:
     //! Addresses with an \a addrType (selectors) stay behind the others.
     bool appendAddress(const QDomElement &e, const QString &addrType = QString());
     bool appendAddress(QVariantMap keys, const QString &addrType = QString());
+    //! Fills an empty "dev_uniq_id" (and "dev_model") from the owner device; false when there is none.
+    bool completeDevice(QVariantMap &keys) const;
 
     // Selection.
     virtual bool selectAddress(int index, bool report = true);
@@ -148,24 +169,6 @@ public:
 
     //! Point size for a design size at the current zoom, corrected for the screen.
     qreal scaledPointSize(qreal designPointSize, float zoom) const;
-
-    // Description handlers, in the order tags are registered.
-    virtual bool readRect(const QDomElement &e);
-    virtual bool readFocus(const QDomElement &e);
-    virtual bool readLayout(const QDomElement &e);
-    virtual bool readFont(const QDomElement &e);
-    virtual bool readFontSize(const QDomElement &e);
-    virtual bool readAddress(const QDomElement &e);
-    virtual bool readAddressList(const QDomElement &e);
-    virtual bool readDragEnabled(const QDomElement &e);
-    virtual bool readBaseAddress(const QDomElement &e);
-    virtual bool readReplaceParameterName(const QDomElement &e);
-    virtual bool readVisibleParameterName(const QDomElement &e);
-    virtual bool readContextMenuVisible(const QDomElement &e);
-    virtual bool readFindKey(const QDomElement &e);
-    virtual bool readRemoteControlList(const QDomElement &e);
-    virtual bool readTabOrder(const QDomElement &e);
-    virtual bool readFrontFocus(const QDomElement &e);
 
     // Helpers for reading description elements.
     static QVariantMap parseAddressKeys(const QDomElement &e);
@@ -188,6 +191,8 @@ protected:
     virtual void addressValueChanged(int index);
     //! Called after the address at \a index was bound to another parameter.
     virtual void addressRebound(int index) { addressValueChanged(index); }
+    //! Whether a notification that matched an entry repaints even when its value stayed the same.
+    virtual bool repaintsOnMatch() const { return true; }
     //! The two texts reported when \a index is selected.
     virtual void selectionTexts(int index, QString &first, QString &second) const;
 

@@ -124,6 +124,8 @@ private:
     bool m_preload = false;
     bool m_configuring = false;
     bool m_shown = false;
+    //! A value has arrived for the first address; from then on an empty text is a key too.
+    bool m_valueArrived = false;
     QString m_defaultKey;
     QString m_hint;
     QString m_filePattern;

@@ -444,6 +444,8 @@ TapTempoButton::TapTempoButton(IHostCore *hostCore, ParameterManagementRegistry 
     m_clock.start();
     m_timer.setSingleShot(true);
     m_timer.setInterval(resetInterval);
+    // A coarse timer may fire up to 5 % early: the 3.2 s pause must be exact.
+    m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, &TapTempoButton::resetTaps);
 }
 

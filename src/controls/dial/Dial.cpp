@@ -323,6 +323,10 @@ void Dial::mouseReleaseEvent(QMouseEvent *event)
 
 void Dial::wheelEvent(QWheelEvent *event)
 {
+    if (!m_wheelPolicy.accepts(event, isEnabled() && addressAt(0).isValid())) {
+        event->ignore();
+        return;
+    }
     event->accept();
     m_wheel.deliver(event, [this](int step) { stepValue(step); });
 }

@@ -525,6 +525,10 @@ void Fader::mouseReleaseEvent(QMouseEvent *event)
 
 void Fader::wheelEvent(QWheelEvent *event)
 {
+    if (!m_wheelPolicy.accepts(event, isEnabled() && addressAt(0).isValid())) {
+        event->ignore();
+        return;
+    }
     event->accept();
     m_wheel.deliver(event, [this](int step) { stepValue(step); });
 }

@@ -30,6 +30,7 @@ const TagTable &Meter::tags()
 {
     static const TagTable table = TagTable::of<Meter>(&BaseWidget::tags(), {
         {"Image", &Meter::readImage},
+        {"BuiltInBar", &Meter::readBuiltInBar},
     });
     return table;
 }
@@ -40,6 +41,17 @@ bool Meter::readImage(const QDomElement &e)
     if (name.isEmpty())
         return false;
     setImage(name);
+    return true;
+}
+
+bool Meter::readBuiltInBar(const QDomElement &e)
+{
+    const bool on = isTrue(e);
+    if (on != m_builtInBar) {
+        m_builtInBar = on;
+        m_shownSize = QSize();
+        update();
+    }
     return true;
 }
 
@@ -95,7 +107,9 @@ QPixmap Meter::meterImage() const
         m_shownSize = size();
         m_shown = ImageSource::render(imagePath(), size(), dpr);
         m_shownIsImage = !m_shown.isNull();
-        if (!m_shownIsImage && !size().isEmpty())
+        // A missing or unreadable image paints nothing unless the panel
+        // asked for the built-in bar.
+        if (!m_shownIsImage && m_builtInBar && !size().isEmpty())
             m_shown = fallbackImage(size(), dpr);
     }
     return m_shown;

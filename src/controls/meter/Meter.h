@@ -56,6 +56,8 @@ public:
     static int pixelsOf(double v, int height);
 
     virtual bool readImage(const QDomElement &e);
+    //! "BuiltInBar" "true": without a usable image, draw the built-in bar instead of nothing.
+    virtual bool readBuiltInBar(const QDomElement &e);
 
 signals:
     void levelChanged(int pixels);
@@ -72,7 +74,7 @@ protected:
 
     //! The rows lit by \a pixels.
     QRect litRect(int pixels) const;
-    //! The image the meter shows at its current size: the loaded image or the fallback bar.
+    //! The image the meter shows at its current size: the loaded image, the built-in bar when chosen, or none.
     QPixmap meterImage() const;
     //! Re-reads the level from the level address (0 while offline).
     void readLevel();
@@ -80,6 +82,8 @@ protected:
     void updateBetween(int fromPixels, int toPixels);
 
     void addressValueChanged(int index) override;
+    //! A meter paints only what its level reads; unchanged values paint nothing.
+    bool repaintsOnMatch() const override { return false; }
     void paintEvent(QPaintEvent *event) override;
     //! Paints the lit part; variants add their marks afterwards.
     virtual void paintMeter(QPainter &painter);
@@ -95,6 +99,7 @@ private:
     mutable QPixmap m_shown;
     mutable QSize m_shownSize;
     mutable bool m_shownIsImage = false;
+    bool m_builtInBar = false;
 };
 
 #endif

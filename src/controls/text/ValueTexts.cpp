@@ -210,7 +210,7 @@ void ParameterText::startEditing()
     if (!m_editor) {
         m_editor = new LineEdit(this, this);
         m_editor->resize(size());
-        m_editor->applyZoom(zoomFactor());
+        m_editor->followOwnerFont();
         prepareEditor(m_editor);
     }
     m_editor->open(displayText(0), textAlignment(), numericInput());

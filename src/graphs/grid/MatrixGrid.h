@@ -142,6 +142,8 @@ protected:
     virtual bool strokeState(int row, int column) const;
 
     void addressValueChanged(int index) override;
+    //! A grid repaints only the cells whose values changed.
+    bool repaintsOnMatch() const override { return false; }
 
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;

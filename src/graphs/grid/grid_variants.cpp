@@ -77,7 +77,7 @@ bool DelayMatrix::startEditing(int row, int column)
         return false;
     if (!m_editor) {
         m_editor = new LineEdit(this, this);
-        m_editor->applyZoom(zoomFactor());
+        m_editor->followOwnerFont();
     }
     m_editIndex = cellIndex(row, column);
     m_editor->setGeometry(cellRect(row, column));
@@ -115,7 +115,7 @@ bool DelayMatrix::setZoom(float zoom)
     if (!MatrixGrid::setZoom(zoom))
         return false;
     if (m_editor)
-        m_editor->applyZoom(zoom);
+        m_editor->followOwnerFont();
     return true;
 }
 
