@@ -130,6 +130,7 @@ const QHash<QString, Entry> &table()
             {"MaxLength", Whole, "bytes, 0 for no limit", {}},
 
             // Switches.
+            {"BuiltInBar", Boolean, "true: without a usable image the built-in bar is drawn; otherwise nothing", {}},
             {"CanOff", BooleanAnyCase, "true: a second click turns the selection off", {}},
             {"EnableHorizontalDrag", Boolean, "true: a horizontal drag changes the value too", {}},
             {"FillLevel", Boolean, "true: the rail below the knob is filled", {}},
