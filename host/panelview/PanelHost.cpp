@@ -20,6 +20,9 @@ PanelHost::PanelHost(ParameterDatabase *database)
 PanelHost::~PanelHost()
 {
     // Controls unregister while they die; the registry must still be there.
+    // An editor that loses the focus on the way out sends nothing.
+    m_tearingDown = true;
+    m_sink = nullptr;
     delete m_panel;
     if (m_database)
         m_database->setObserver(nullptr);
@@ -190,6 +193,8 @@ bool PanelHost::readParameter(const ParameterAddress &address, Value &value, QMa
 bool PanelHost::sendRequest(QWidget *control, int index, const QVariantMap &address, int kind,
                             const QMap<QString, QString> &arguments)
 {
+    if (m_tearingDown)
+        return false;
     Json::Object args;
     for (auto it = arguments.cbegin(); it != arguments.cend(); ++it)
         args.add(it.key(), it.value());
