@@ -4,6 +4,7 @@
 #include "PanelFactory.h"
 #include "ParameterDatabase.h"
 
+#include <core/Saturating.h>
 #include <data/ParameterKeys.h>
 #include <corvane/IPanelFactory.h>
 #include <corvane/IWidgetCore.h>
@@ -68,7 +69,7 @@ bool PanelHost::build(IPanelFactory *factory, QString *error)
         return false;
     }
     if (m_designSize.isValid() && !m_designSize.isEmpty())
-        m_panel->setFixedSize(int(m_designSize.width() * m_zoom), int(m_designSize.height() * m_zoom));
+        m_panel->setFixedSize(Saturating::pixels(m_designSize.width(), m_zoom), Saturating::pixels(m_designSize.height(), m_zoom));
     m_registry.commitAll();
     return true;
 }
@@ -79,7 +80,7 @@ void PanelHost::setZoom(float zoom)
         return;
     m_zoom = zoom;
     if (m_panel && m_designSize.isValid() && !m_designSize.isEmpty())
-        m_panel->setFixedSize(int(m_designSize.width() * zoom), int(m_designSize.height() * zoom));
+        m_panel->setFixedSize(Saturating::pixels(m_designSize.width(), zoom), Saturating::pixels(m_designSize.height(), zoom));
     for (IWidgetCore *core : controls())
         core->setZoom(zoom);
 }
