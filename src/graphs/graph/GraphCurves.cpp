@@ -80,7 +80,8 @@ QPolygon scaleExaggerated(const FloatCurve &curve, const QSize &size, bool botto
         int v = Saturating::toPixel(h * 1.5 * curve.y.at(i) / curve.rangeY);
         if (!bottomAnchored)
             v -= h / 2;
-        points[i] = QPoint(Saturating::toPixel(curve.x.at(i) * (w - 1) / curve.rangeX), (h - 1) - v);
+        points[i] = QPoint(Saturating::toPixel(curve.x.at(i) * (w - 1) / curve.rangeX),
+                           Saturating::toPixel(double(h - 1) - v));
     }
     const int closing = bottomAnchored ? 0 : (h - 1) / 2;
     points << QPoint(w - 1, closing) << QPoint(0, closing);
