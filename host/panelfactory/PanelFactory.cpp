@@ -1,5 +1,6 @@
 #include "PanelFactory.h"
 
+#include <core/Saturating.h>
 #include <corvane/IHostCore.h>
 #include <corvane/IWidgetCore.h>
 #include <corvane/IWidgetFactory.h>
@@ -41,13 +42,6 @@ int dimension(const QDomElement &e, const char *name)
     bool ok = false;
     const int v = e.attribute(QLatin1String(name)).toInt(&ok);
     return ok && v > 0 ? qMin(v, QWIDGETSIZE_MAX) : 0;
-}
-
-// A page's size in pixels at \a zoom, clamped to what a widget can be.
-int scaled(int design, float zoom)
-{
-    const double v = double(design) * zoom;
-    return v < QWIDGETSIZE_MAX ? int(v) : QWIDGETSIZE_MAX;
 }
 
 } // namespace
@@ -117,7 +111,7 @@ QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IH
     page->setPalette(palette);
     page->setAutoFillBackground(true);
     if (width > 0 && height > 0)
-        page->resize(scaled(width, zoom), scaled(height, zoom));
+        page->resize(Saturating::pixels(width, zoom), Saturating::pixels(height, zoom));
 
     int count = 0;
     for (QDomElement e = panel.firstChildElement(QStringLiteral("Widget")); !e.isNull();
