@@ -69,7 +69,8 @@ bool PanelHost::build(IPanelFactory *factory, QString *error)
         return false;
     }
     if (m_designSize.isValid() && !m_designSize.isEmpty())
-        m_panel->setFixedSize(Saturating::pixels(m_designSize.width(), m_zoom), Saturating::pixels(m_designSize.height(), m_zoom));
+        m_panel->setFixedSize(Saturating::pixels(m_designSize.width(), m_zoom),
+                              Saturating::pixels(m_designSize.height(), m_zoom));
     m_registry.commitAll();
     return true;
 }
@@ -80,7 +81,8 @@ void PanelHost::setZoom(float zoom)
         return;
     m_zoom = zoom;
     if (m_panel && m_designSize.isValid() && !m_designSize.isEmpty())
-        m_panel->setFixedSize(Saturating::pixels(m_designSize.width(), zoom), Saturating::pixels(m_designSize.height(), zoom));
+        m_panel->setFixedSize(Saturating::pixels(m_designSize.width(), zoom),
+                              Saturating::pixels(m_designSize.height(), zoom));
     for (IWidgetCore *core : controls())
         core->setZoom(zoom);
 }

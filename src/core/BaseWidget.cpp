@@ -787,9 +787,10 @@ QRect BaseWidget::parseRect(const QDomElement &e)
     // Clamped to what a widget can be, so that right and bottom edges stay
     // inside the int range however large the numbers in the file are.
     const auto read = [&e](const char *name, int low) {
-        return qBound(low, e.attribute(QLatin1String(name)).toInt(), Saturating::maxPixels);
+        return int(qBound<qint64>(low, e.attribute(QLatin1String(name)).toLongLong(), Saturating::maxPixels));
     };
-    return QRect(read("x", -Saturating::maxPixels), read("y", -Saturating::maxPixels), read("width", 0), read("height", 0));
+    return QRect(read("x", -Saturating::maxPixels), read("y", -Saturating::maxPixels), read("width", 0),
+                 read("height", 0));
 }
 
 QColor BaseWidget::parseColor(const QString &text, const QColor &fallback)

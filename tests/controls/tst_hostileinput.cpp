@@ -210,6 +210,8 @@ void tst_HostileInput::rectAtTheIntLimit_data()
         << QRect(Saturating::maxPixels, Saturating::maxPixels, Saturating::maxPixels, Saturating::maxPixels);
     QTest::newRow("negative") << "x=\"-2147483648\" y=\"-5\" width=\"-3\" height=\"7\""
                               << QRect(-Saturating::maxPixels, -5, 0, 7);
+    QTest::newRow("beyond the int range") << "x=\"99999999999\" y=\"-99999999999\" width=\"4294967296\" height=\"1\""
+                                          << QRect(Saturating::maxPixels, -Saturating::maxPixels, Saturating::maxPixels, 1);
     QTest::newRow("plain") << "x=\"1\" y=\"2\" width=\"3\" height=\"4\"" << QRect(1, 2, 3, 4);
 }
 

@@ -98,8 +98,8 @@ void Dial::setIndicatorWidth(int width)
 QRect Dial::scaled(const QRect &design) const
 {
     const float zoom = zoomFactor();
-    return QRect(Saturating::pixels(design.x(), zoom), Saturating::pixels(design.y(), zoom), Saturating::pixels(design.width(), zoom),
-                 Saturating::pixels(design.height(), zoom));
+    return QRect(Saturating::pixels(design.x(), zoom), Saturating::pixels(design.y(), zoom),
+                 Saturating::pixels(design.width(), zoom), Saturating::pixels(design.height(), zoom));
 }
 
 QRect Dial::faceRect() const
@@ -126,7 +126,8 @@ QRect Dial::knobRect() const
     int inset = 1;
     if (m_indicatorShown) {
         area = indicatorRect();
-        inset = qMax(1, Saturating::pixels(m_indicatorWidth, zoomFactor())) + qMax(2, Saturating::pixels(3, zoomFactor()));
+        inset = qMax(1, Saturating::pixels(m_indicatorWidth, zoomFactor()))
+                + qMax(2, Saturating::pixels(3, zoomFactor()));
     }
     const int side = qMax(0, qMin(area.width(), area.height()) - 2 * inset);
     QRect knob(0, 0, side, side);

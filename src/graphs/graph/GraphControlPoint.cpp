@@ -34,7 +34,8 @@ bool ControlPointState::pointOf(const QString &text, const QRect &rect, QPoint *
 QRect ControlPointState::handleGeometry(const QPoint &point, float zoom)
 {
     const int side = Saturating::pixels(5, zoom);
-    return QRect(Saturating::toPixel(float(point.x()) - 2.0f * zoom), Saturating::toPixel(float(point.y()) - 2.0f * zoom), side, side);
+    return QRect(Saturating::toPixel(float(point.x()) - 2.0f * zoom), Saturating::toPixel(float(point.y()) - 2.0f * zoom),
+                 side, side);
 }
 
 QString ControlPointState::fractionText(const QPoint &pos, const QRect &rect)

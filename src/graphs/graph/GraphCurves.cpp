@@ -95,7 +95,8 @@ QPolygon scaleIntegral(const IntCurve &curve, const QSize &size)
     QPolygon points(curve.size());
     for (int i = 0; i < curve.size(); ++i) {
         const qint64 q = curve.x.at(i) * w / curve.rangeX;
-        points[i] = QPoint(Saturating::toPixel(q + 0.5), Saturating::toPixel(double(h - curve.y.at(i) * h / curve.rangeY)));
+        points[i] = QPoint(Saturating::toPixel(q + 0.5),
+                           Saturating::toPixel(double(h - curve.y.at(i) * h / curve.rangeY)));
     }
     const int closing = int(h / 2 + 1);
     points << QPoint(int(w), closing) << QPoint(0, closing);
