@@ -7,6 +7,9 @@
 
 #include <QApplication>
 #include <QByteArray>
+#include <QDialog>
+#include <QMenu>
+#include <QTimer>
 
 #include <cstddef>
 #include <cstdint>
@@ -24,7 +27,21 @@ inline void ensureApplication()
         static int argc = 1;
         static char name[] = "fuzz";
         static char *argv[] = {name, nullptr};
-        return new QApplication(argc, argv);
+        auto *application = new QApplication(argc, argv);
+        // File and colour choosers and menus run their own event loop, which
+        // would wait for a user: they are dismissed as soon as they open.
+        auto *dismiss = new QTimer(application);
+        dismiss->setInterval(0);
+        QObject::connect(dismiss, &QTimer::timeout, [] {
+            if (auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget()))
+                dialog->reject();
+            else if (QWidget *modal = QApplication::activeModalWidget())
+                modal->close();
+            if (auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget()))
+                menu->close();
+        });
+        dismiss->start();
+        return application;
     }();
     Q_UNUSED(app)
 }
