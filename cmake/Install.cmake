@@ -9,7 +9,7 @@ set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
 # What a host links: the SDK target and the compiled types. Every library a
 # host links joins this list; a shared one lands in the public library
 # folder, which the application directory's run path below covers.
-install(TARGETS corvane_sdk corvane_types
+install(TARGETS corvane_sdk CorvaneTypes
     EXPORT CorvaneWidgetsTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
@@ -18,7 +18,7 @@ install(FILES ${CORVANE_SDK_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/cor
 
 # The application directory. Its binaries find each other and the public
 # libraries through relative run paths, so an installed tree can be moved.
-set(corvane_app_targets CorvaneWidgets)
+set(corvane_app_targets CorvaneWidgets CorvaneData)
 if(CORVANE_BUILD_HOST)
     list(APPEND corvane_app_targets Panel CorvaneParameterDB panelview)
 endif()

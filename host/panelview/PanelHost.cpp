@@ -4,6 +4,7 @@
 #include "PanelFactory.h"
 #include "ParameterDatabase.h"
 
+#include <core/Saturating.h>
 #include <data/ParameterKeys.h>
 #include <corvane/IPanelFactory.h>
 #include <corvane/IWidgetCore.h>
@@ -20,6 +21,9 @@ PanelHost::PanelHost(ParameterDatabase *database)
 PanelHost::~PanelHost()
 {
     // Controls unregister while they die; the registry must still be there.
+    // An editor that loses the focus on the way out sends nothing.
+    m_tearingDown = true;
+    m_sink = nullptr;
     delete m_panel;
     if (m_database)
         m_database->setObserver(nullptr);
@@ -101,7 +105,8 @@ bool PanelHost::build(IPanelFactory *factory, QString *error)
         return false;
     }
     if (m_designSize.isValid() && !m_designSize.isEmpty())
-        m_panel->setFixedSize(int(m_designSize.width() * m_zoom), int(m_designSize.height() * m_zoom));
+        m_panel->setFixedSize(Saturating::pixels(m_designSize.width(), m_zoom),
+                              Saturating::pixels(m_designSize.height(), m_zoom));
     m_registry.commitAll();
     return true;
 }
@@ -112,7 +117,8 @@ void PanelHost::setZoom(float zoom)
         return;
     m_zoom = zoom;
     if (m_panel && m_designSize.isValid() && !m_designSize.isEmpty())
-        m_panel->setFixedSize(int(m_designSize.width() * zoom), int(m_designSize.height() * zoom));
+        m_panel->setFixedSize(Saturating::pixels(m_designSize.width(), zoom),
+                              Saturating::pixels(m_designSize.height(), zoom));
     for (IWidgetCore *core : controls())
         core->setZoom(zoom);
 }
@@ -226,6 +232,8 @@ bool PanelHost::readParameter(const ParameterAddress &address, Value &value, QMa
 bool PanelHost::sendRequest(QWidget *control, int index, const QVariantMap &address, int kind,
                             const QMap<QString, QString> &arguments)
 {
+    if (m_tearingDown)
+        return false;
     Json::Object args;
     for (auto it = arguments.cbegin(); it != arguments.cend(); ++it)
         args.add(it.key(), it.value());

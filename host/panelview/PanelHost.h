@@ -93,6 +93,7 @@ private:
     QPointer<QWidget> m_panel;
     float m_zoom = 1.0f;
     std::function<void(const QString &)> m_sink;
+    bool m_tearingDown = false;
 };
 
 #endif

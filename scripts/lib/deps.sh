@@ -8,12 +8,25 @@ CORVANE_PACKAGES=(
     libxml2-utils
 )
 
+# What the sanitizer and fuzzing builds need besides: clang with its
+# sanitizer and libFuzzer run-times.
+CORVANE_SANITIZER_PACKAGES=(clang-14 libclang-rt-14-dev)
+
 # Installs the packages that are missing; runs apt-get update only when
 # something must be installed.
 corvane_install_deps() {
+    corvane_install_packages "${CORVANE_PACKAGES[@]}"
+}
+
+corvane_install_sanitizer_deps() {
+    corvane_install_packages "${CORVANE_SANITIZER_PACKAGES[@]}"
+    CORVANE_CLANG="$(command -v clang++ || command -v clang++-14)"
+}
+
+corvane_install_packages() {
     local missing=()
     local p
-    for p in "${CORVANE_PACKAGES[@]}"; do
+    for p in "$@"; do
         dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
     done
     [ ${#missing[@]} -eq 0 ] && return 0

@@ -1,6 +1,7 @@
 #include "BaseWidget.h"
 
 #include "GridLayout.h"
+#include "Saturating.h"
 #include "data/ParameterKeys.h"
 
 #include <QAction>
@@ -535,27 +536,29 @@ QString BaseWidget::displayText(int index) const
 
 double BaseWidget::position(int index) const
 {
-    bool ok = false;
-    const double v = positionText(index).toDouble(&ok);
-    return ok ? v : 0.0;
+    double v = 0.0;
+    return Saturating::readPosition(positionText(index), &v) ? v : 0.0;
+}
+
+bool BaseWidget::hasPosition(int index) const
+{
+    double v = 0.0;
+    return Saturating::readPosition(positionText(index), &v);
 }
 
 int BaseWidget::stepOfPosition(int steps, int index) const
 {
     if (index < 0 || index >= m_addresses.size())
         return 0;
-    bool ok = false;
-    const double v = positionText(index).toDouble(&ok);
-    return ok ? int(v * steps + 0.5) : 0;
+    return Saturating::stepsOf(positionText(index), steps);
 }
 
 bool BaseWidget::isOff(int index) const
 {
     if (index < 0 || index >= m_addresses.size())
         return false;
-    bool ok = false;
-    const double v = positionText(index).toDouble(&ok);
-    return !ok || v <= 0.0;
+    double v = 0.0;
+    return !Saturating::readPosition(positionText(index), &v) || v <= 0.0;
 }
 
 // ---------------------------------------------------------------------------
@@ -748,12 +751,12 @@ void BaseWidget::mouseMoveEvent(QMouseEvent *event)
 
 QPoint BaseWidget::scaledPosition(const QPoint &design, float zoom) const
 {
-    return QPoint(int(design.x() * zoom), int(design.y() * zoom));
+    return QPoint(Saturating::pixels(design.x(), zoom), Saturating::pixels(design.y(), zoom));
 }
 
 QSize BaseWidget::scaledSize(const QSize &design, float zoom) const
 {
-    return QSize(int(design.width() * zoom), int(design.height() * zoom));
+    return QSize(Saturating::pixels(design.width(), zoom), Saturating::pixels(design.height(), zoom));
 }
 
 qreal BaseWidget::scaledPointSize(qreal designPointSize, float zoom) const
@@ -803,8 +806,13 @@ void BaseWidget::paintBase(QPainter &painter)
 
 QRect BaseWidget::parseRect(const QDomElement &e)
 {
-    return QRect(e.attribute(QStringLiteral("x")).toInt(), e.attribute(QStringLiteral("y")).toInt(),
-                 e.attribute(QStringLiteral("width")).toInt(), e.attribute(QStringLiteral("height")).toInt());
+    // Clamped to what a widget can be, so that right and bottom edges stay
+    // inside the int range however large the numbers in the file are.
+    const auto read = [&e](const char *name, int low) {
+        return int(qBound<qint64>(low, e.attribute(QLatin1String(name)).toLongLong(), Saturating::maxPixels));
+    };
+    return QRect(read("x", -Saturating::maxPixels), read("y", -Saturating::maxPixels), read("width", 0),
+                 read("height", 0));
 }
 
 QColor BaseWidget::parseColor(const QString &text, const QColor &fallback)

@@ -141,14 +141,17 @@ public:
     // Reading.
     virtual QString positionText(int index = 0) const;
     virtual QString displayText(int index = 0) const;
-    //! The position times \a steps, plus a half, truncated; 0 outside the list or for a non-number.
+    //! The position times \a steps, plus a half, truncated and clamped to the int range;
+    //! 0 outside the list or for a text that is not a finite number.
     virtual int stepOfPosition(int steps, int index = 0) const;
-    //! True when the position is not a number or is 0 or less; false outside the list.
+    //! True when the position is not a finite number or is 0 or less; false outside the list.
     virtual bool isOff(int index = 0) const;
     //! Re-reads the value of \a index from the host; true when it changed.
     virtual bool readAddressValue(int index);
-    //! The position text read as a number, 0 when it is not one.
+    //! The position text read as a number, 0 when it is not a finite one.
     double position(int index = 0) const;
+    //! True when the position text of \a index holds a finite number.
+    bool hasPosition(int index = 0) const;
 
     //! Parses, appends and registers one address; false when it names no device and the control has no owner.
     //! Addresses with an \a addrType (selectors) stay behind the others.

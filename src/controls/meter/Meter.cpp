@@ -77,7 +77,10 @@ QGradientStops Meter::fallbackStops() const
 QPixmap Meter::fallbackImage(const QSize &size, qreal dpr) const
 {
     const QGradientStops stops = fallbackStops();
+    dpr = ImageSource::boundedPixelRatio(size, dpr);
     const QSize pixels = (QSizeF(size) * dpr).toSize();
+    if (pixels.isEmpty())
+        return QPixmap();
     QString key = QStringLiteral("corvane:meter-bar:%1:%2x%3").arg(litFromTop() ? 'v' : '^').arg(pixels.width()).arg(pixels.height());
     for (const QGradientStop &s : stops)
         key += QStringLiteral(":%1=%2").arg(s.first).arg(s.second.rgba(), 8, 16, QLatin1Char('0'));
@@ -102,7 +105,7 @@ QPixmap Meter::fallbackImage(const QSize &size, qreal dpr) const
 
 QPixmap Meter::meterImage() const
 {
-    const qreal dpr = devicePixelRatioF();
+    const qreal dpr = ImageSource::boundedPixelRatio(size(), devicePixelRatioF());
     if (m_shownSize != size() || m_shown.devicePixelRatio() != dpr) {
         m_shownSize = size();
         m_shown = ImageSource::render(imagePath(), size(), dpr);

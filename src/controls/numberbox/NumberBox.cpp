@@ -220,7 +220,7 @@ void NumberBox::mousePressEvent(QMouseEvent *event)
         return;
     m_dragging = true;
     m_dragStartCoordinate = qint16(dragCoordinate(event->pos()));
-    m_dragStartPosition = qint16(int(dragRange * position(valueIndex()) + 0.5));
+    m_dragStartPosition = qint16(qBound(0, stepOfPosition(dragRange, valueIndex()), dragRange));
 }
 
 void NumberBox::mouseMoveEvent(QMouseEvent *event)

@@ -1,4 +1,5 @@
 #include "ValueTexts.h"
+#include "core/Saturating.h"
 
 #include "controls/numberbox/NumberBox.h"
 
@@ -385,7 +386,7 @@ QString Text::shownText() const
 
 QRect Text::textRect() const
 {
-    const int pad = int(m_padLeft * zoomFactor());
+    const int pad = Saturating::pixels(m_padLeft, zoomFactor());
     return rect().adjusted(pad, 0, 0, 0);
 }
 

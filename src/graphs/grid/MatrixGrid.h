@@ -100,6 +100,8 @@ public:
     virtual int cellIndex(int row, int column) const;
     //! The number of addresses the cells need.
     virtual int cellAddressCount() const { return m_rows * m_columns; }
+    //! The most cells a grid takes; rows and columns that would exceed it are refused.
+    static constexpr int maxCells = 1 << 18;
     //! Whether the cell takes input and can be lit.
     virtual bool cellEnabled(int row, int column) const;
     //! Whether the cell is drawn in the on colour.

@@ -152,7 +152,7 @@ void DelayMatrix::mousePressEvent(QMouseEvent *event)
         return;
     m_drag.index = cellIndex(cell.y(), cell.x());
     m_drag.startY = event->pos().y();
-    m_drag.startPosition = int(dragRange * position(m_drag.index) + 0.5);
+    m_drag.startPosition = qBound(0, stepOfPosition(dragRange, m_drag.index), dragRange);
 }
 
 void DelayMatrix::mouseMoveEvent(QMouseEvent *event)
