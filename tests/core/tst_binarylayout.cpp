@@ -20,6 +20,15 @@
 #define ITANIUM_MEMBER_POINTERS 1
 #endif
 
+// Calling a library object through a host's own declaration of the class is
+// what a host does across the plug-in boundary; UBSan's vptr check flags it
+// as a call on an object of another type, by design.
+#if defined(__GNUC__)
+#define CALLS_AS_HOSTS_DO __attribute__((no_sanitize("vptr")))
+#else
+#define CALLS_AS_HOSTS_DO
+#endif
+
 namespace {
 
 // Slot index of a virtual member function, read from the member pointer
@@ -207,7 +216,7 @@ private slots:
     }
 
     // A host calls set and text through its own declaration.
-    void valueCalledAsHostsDo()
+    CALLS_AS_HOSTS_DO void valueCalledAsHostsDo()
     {
         QCOMPARE(slotOf(&Value::set), slotOf(&HostValue::set));
         QCOMPARE(slotOf(&Value::text), slotOf(&HostValue::text));
@@ -240,7 +249,7 @@ private slots:
     }
 
     // Handlers called through the host's table reach the right handler.
-    void handlersCalledAsHostsDo()
+    CALLS_AS_HOSTS_DO void handlersCalledAsHostsDo()
     {
         for (const HandlerRow &row : handlerRows)
             QCOMPARE(slotOf(row.library), slotOf(row.host));
