@@ -18,6 +18,12 @@ int RouterGrid::selectedRow(int column) const
 {
     if (!cellHasAddress(0, column))
         return -1;
+    // A value not known yet (or not a number) selects no row; row 0 must
+    // stay clickable.
+    bool ok = false;
+    const double position = positionText(column).trimmed().toDouble(&ok);
+    if (!ok || !qIsFinite(position))
+        return -1;
     return qBound(0, stepOfPosition(qMax(1, rows() - 1), column), rows() - 1);
 }
 

@@ -28,7 +28,7 @@ public:
     bool cellLit(int row, int column) const override;
     QRect indexRect(int index) const override;
 
-    //! The row column \a column selects, or -1 when the column is unbound.
+    //! The row column \a column selects, or -1 when the column is unbound or its value unknown.
     int selectedRow(int column) const;
 
 protected:

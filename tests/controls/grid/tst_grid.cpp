@@ -329,6 +329,9 @@ void tst_Grid::routerSelect_data()
     QTest::newRow("thirds") << "KiteRouter" << 4 << "0" << 1 << "0.333333";
     QTest::newRow("selected row again: nothing") << "BrioOscillatorRouter" << 4 << "0.666667" << 2 << "";
     QTest::newRow("patch") << "BrioOutputPatch" << 3 << "0" << 1 << "0.5";
+    // A value not known (yet) lights no row, so row 0 can still be chosen.
+    QTest::newRow("unknown value: row 0 clickable") << "Router" << 4 << "" << 0 << "0";
+    QTest::newRow("text value: row 0 clickable") << "FenRouter" << 4 << "n/a" << 0 << "0";
 }
 
 void tst_Grid::routerSelect()
@@ -343,6 +346,13 @@ void tst_Grid::routerSelect()
     auto *w = static_cast<RouterGrid *>(
         makeByName(host, type, routeForm + QStringLiteral("<Rows>%1</Rows><Columns>3</Columns>").arg(rows)));
     QVERIFY(qobject_cast<RouterGrid *>(w));
+    bool known = false;
+    current.toDouble(&known);
+    if (!known) {
+        QCOMPARE(w->selectedRow(1), -1);
+        for (int r = 0; r < rows; ++r)
+            QVERIFY(!w->cellLit(r, 1));
+    }
     Input::mouse(w, QEvent::MouseButtonPress, w->cellRect(row, 1).center());
     Input::mouse(w, QEvent::MouseButtonRelease, w->cellRect(row, 1).center());
     if (sent.isEmpty()) {
