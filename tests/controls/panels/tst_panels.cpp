@@ -323,7 +323,30 @@ void tst_Panels::pagesWithoutAnEntry()
     QVERIFY(control(w->currentPage(), "gain"));
     set(w, QStringLiteral("Type"), QStringLiteral("0"), QStringLiteral("Crossover"));
     QVERIFY(control(w->currentPage(), "generic"));
-    QCOMPARE(w->pageKeys(), QStringLiteral("Crossover,eq"));
+    QCOMPARE(w->pageKeys(), QStringLiteral("eq"));
+    QCOMPARE(w->pageCount(), 2);
+
+    // A continuous value: every new key shows the one page without "key",
+    // built once, whether a file pattern was tried first or not.
+    for (const QString &list : {QStringLiteral("<StackList><Page key=\"0\" file=\"eq\"/>"
+                                               "<Page><Widget type=\"NumberBox\" name=\"generic\"/></Page></StackList>"),
+                                QStringLiteral("<StackList file=\"none_%1\">"
+                                               "<Page><Widget type=\"NumberBox\" name=\"generic\"/></Page></StackList>")}) {
+        w = stacker(list);
+        QSignalSpy created(w, &PanelStacker::pageCreated);
+        QWidget *shared = nullptr;
+        for (int i = 1; i <= 40; ++i) {
+            set(w, QStringLiteral("Type"), QString::number(i / 40.0));
+            QVERIFY(control(w->currentPage(), "generic"));
+            if (!shared)
+                shared = w->currentPage();
+            QCOMPARE(w->currentPage(), shared);
+        }
+        QVERIFY(created.count() <= 1);
+        QCOMPARE(w->findChildren<BaseWidget *>(QStringLiteral("generic")).size(), 1);
+        set(w, QStringLiteral("Type"), QStringLiteral("0"));
+        QCOMPARE(w->pageCount(), list.contains(QLatin1String("key")) ? 2 : 1);
+    }
 
     w = stacker(QStringLiteral("<StackList range=\"2\"/>"));
     set(w, QStringLiteral("Type"), QStringLiteral("1"));
