@@ -77,6 +77,14 @@ public:
     {
         actions.append({control, text, data});
     }
+    bool answerColor(QWidget *, const QColor &initial, QColor &color) override
+    {
+        if (!answersColors)
+            return false;
+        colorsAsked.append(initial);
+        color = colorAnswer;
+        return true;
+    }
 
     QMap<QString, QMap<QString, QString>> parameters;
     QList<Request> requests;
@@ -90,6 +98,9 @@ public:
     float zoom = 1.0f;
     bool active = false;
     int reads = 0;
+    bool answersColors = false;   // answerColor() answers colorAnswer
+    QColor colorAnswer;
+    QList<QColor> colorsAsked;
 };
 
 #endif

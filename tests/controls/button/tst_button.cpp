@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QPainter>
 #include <QTemporaryDir>
+#include <QFileDialog>
 #include <QtTest>
 #include "support/PaintCounter.h"
 #include "support/Pixels.h"
@@ -82,11 +83,12 @@ public:
     int asked = -1;
 
 protected:
-    QString askFileName(Button::FileDialog kind, const QString &, const QString &filter) override
+    bool askFileName(Button::FileDialog kind, const QString &, const QString &filter, QString *path) override
     {
         asked = int(kind);
         askedFilter = filter;
-        return answer;
+        *path = answer;
+        return true;
     }
 };
 
@@ -170,6 +172,7 @@ private slots:
     void returnButton();
     void libraryButtons_data();
     void libraryButtons();
+    void libraryDialogNeverBlocks();
 };
 
 void tst_Button::description_data()
@@ -996,6 +999,35 @@ void tst_Button::libraryButtons()
     QCOMPARE(sentValues(), sent.isEmpty() ? QStringList() : QStringList{sent});
     for (const auto &r : host.requests)
         QCOMPARE(r.kind, 1);
+}
+
+void tst_Button::libraryDialogNeverBlocks()
+{
+    // Nobody answers at once: the dialog opens without a modal loop.
+    host.window.reset();
+    host.requests.clear();
+    auto *b = host.make<ChannelSelectLibraryRecallButton>(
+        QStringLiteral("<Address prmAddr=\"Ch1/Library\"/>"));
+    bool blocked = false;
+    QTimer::singleShot(0, [&blocked] {
+        if (QWidget *modal = QApplication::activeModalWidget()) {
+            blocked = true;
+            modal->close();
+        }
+    });
+    mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
+    mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5));
+    QCoreApplication::processEvents();
+    QVERIFY(!blocked);
+    QPointer<QFileDialog> dialog = b->findChild<QFileDialog *>();
+    QVERIFY(dialog);
+    QVERIFY(dialog->isVisible());
+    QVERIFY(!dialog->isModal());
+    QVERIFY(host.requests.isEmpty());
+    emit dialog->fileSelected(QStringLiteral("/lib/chosen.spl"));
+    QCOMPARE(sentValues(), QStringList{QStringLiteral("/lib/chosen.spl")});
+    dialog->close();
+    QTRY_VERIFY(!dialog);
 }
 
 QTEST_MAIN(tst_Button)
