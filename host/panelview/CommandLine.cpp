@@ -37,6 +37,8 @@ bool CommandLine::parse(const QStringList &arguments, QString *error)
             check = true;
         } else if (a == QLatin1String("--list-types")) {
             listTypes = true;
+        } else if (a == QLatin1String("--describe")) {
+            describe = true;
         } else if (a == QLatin1String("--trace")) {
             trace = true;
         } else if (a == QLatin1String("--help") || a == QLatin1String("-h")) {
@@ -62,7 +64,7 @@ QString CommandLine::usage()
 {
     return QStringLiteral(
         "usage: panelview [options] PANEL.xml\n"
-        "       panelview --list-types [--plugin PATH]\n"
+        "       panelview --list-types [--describe] [--plugin PATH]\n"
         "\n"
         "Opens a panel description with the widget plug-in and a simulated device.\n"
         "\n"
@@ -74,5 +76,6 @@ QString CommandLine::usage()
         "  --zoom F             zoom factor (1 is design size)\n"
         "  --plugin PATH        the widget plug-in (default: the one next to panelview)\n"
         "  --list-types         print the type names the plug-in creates\n"
+        "  --describe           with --list-types: each name's line from its family page\n"
         "  --trace              in the window, print requests and selections as JSON lines\n");
 }

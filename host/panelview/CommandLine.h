@@ -13,6 +13,7 @@ struct CommandLine
     double zoom = 1.0;
     bool check = false;
     bool listTypes = false;
+    bool describe = false;
     bool trace = false;
     bool help = false;
 
