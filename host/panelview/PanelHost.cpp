@@ -327,3 +327,41 @@ bool PanelHost::answerFileName(QWidget *control, bool save, const QString &capti
     path = m_fileAnswer;
     return true;
 }
+
+void PanelHost::windowOpened(QWidget *control, const QString &id, QWidget *window)
+{
+    if (!window)
+        return;
+    m_windows.append(window);
+    // A second window beside the panel's, at the zoom of the panel.
+    if (m_panel)
+        window->move(m_panel->geometry().topRight() + QPoint(20, 0));
+    emitEvent(Json::Object()
+                  .add(QStringLiteral("event"), "window")
+                  .add(QStringLiteral("widget"), control ? control->objectName() : QString())
+                  .add(QStringLiteral("id"), id)
+                  .add(QStringLiteral("title"), window->windowTitle())
+                  .add(QStringLiteral("open"), true)
+                  .toString());
+}
+
+void PanelHost::windowClosed(const QString &id, QWidget *window)
+{
+    m_windows.removeAll(window);
+    emitEvent(Json::Object()
+                  .add(QStringLiteral("event"), "window")
+                  .add(QStringLiteral("id"), id)
+                  .add(QStringLiteral("title"), window ? window->windowTitle() : QString())
+                  .add(QStringLiteral("open"), false)
+                  .toString());
+}
+
+QList<QWidget *> PanelHost::windows() const
+{
+    QList<QWidget *> open;
+    for (const QPointer<QWidget> &w : m_windows) {
+        if (w)
+            open.append(w);
+    }
+    return open;
+}

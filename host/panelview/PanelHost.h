@@ -78,6 +78,10 @@ public:
     bool answerColor(QWidget *control, const QColor &initial, QColor &color) override;
     bool answerFileName(QWidget *control, bool save, const QString &caption, const QString &filter,
                         QString &path) override;
+    void windowOpened(QWidget *control, const QString &id, QWidget *window) override;
+    void windowClosed(const QString &id, QWidget *window) override;
+    //! The editor windows open now, in opening order.
+    QList<QWidget *> windows() const;
 
     /*!
         While set, colour questions are answered here with \a answer (an
@@ -105,6 +109,7 @@ private:
     float m_zoom = 1.0f;
     bool m_scriptedColor = false;
     QColor m_colorAnswer;
+    QList<QPointer<QWidget>> m_windows;
     bool m_scriptedFile = false;
     QString m_fileAnswer;
     std::function<void(const QString &)> m_sink;

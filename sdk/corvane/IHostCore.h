@@ -97,6 +97,18 @@ public:
         Q_UNUSED(control) Q_UNUSED(save) Q_UNUSED(caption) Q_UNUSED(filter) Q_UNUSED(path)
         return false;
     }
+    /*!
+        \a control opened \a window, a panel it built through the host's
+        panel factory (an editor named \a id), as a window of its own. The
+        window belongs to the panel \a control sits in; the host may place
+        it, decorate it and reach its controls.
+    */
+    virtual void windowOpened(QWidget *control, const QString &id, QWidget *window)
+    {
+        Q_UNUSED(control) Q_UNUSED(id) Q_UNUSED(window)
+    }
+    //! The window of editor \a id closes; it is deleted soon after. Not called when its panel is destroyed.
+    virtual void windowClosed(const QString &id, QWidget *window) { Q_UNUSED(id) Q_UNUSED(window) }
 };
 
 /*!

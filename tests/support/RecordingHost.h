@@ -77,6 +77,8 @@ public:
     {
         actions.append({control, text, data});
     }
+    void windowOpened(QWidget *, const QString &id, QWidget *) override { windowEvents << "open " + id; }
+    void windowClosed(const QString &id, QWidget *) override { windowEvents << "close " + id; }
     bool answerColor(QWidget *, const QColor &initial, QColor &color) override
     {
         if (!answersColors)
@@ -101,6 +103,7 @@ public:
     bool answersColors = false;   // answerColor() answers colorAnswer
     QColor colorAnswer;
     QList<QColor> colorsAsked;
+    QStringList windowEvents;
 };
 
 #endif

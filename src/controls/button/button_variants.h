@@ -3,6 +3,7 @@
 
 #include "core/AddressingMixins.h"
 #include "controls/button/Button.h"
+#include "controls/button/WindowButton.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
@@ -103,27 +104,40 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+/*!
+    Closes the editor window it sits in (one a window button opened), going
+    back to the panel behind it; lit never. Elsewhere a click does nothing.
+*/
 class ParentPanelButton : public Button
 {
     Q_OBJECT
 public:
     using Button::Button;
+    bool isOn() const override { return false; }
+    void clickAction() override;
 };
 
-class MatrixButton : public Button
+/*!
+    The on/off switch of one matrix cell: "AddressForm" names the cell's
+    parameter with {x} and {y}, "XIndex" and "YIndex" give them, and the
+    button toggles that crosspoint as Button toggles its parameter.
+*/
+class MatrixButton : public MatrixCell<Button>
 {
     Q_OBJECT
 public:
-    using Button::Button;
+    using MatrixCell::MatrixCell;
 };
 
-class CreateEditorButton : public Button
+//! Opens the editor "EditorID" in a window of its own; WindowButton's behaviour unchanged.
+class CreateEditorButton : public WindowButton
 {
     Q_OBJECT
 public:
-    using Button::Button;
+    using WindowButton::WindowButton;
 };
 
+//! The Brio panels' name for the same editor button.
 class BrioCreateEditorButton : public CreateEditorButton
 {
     Q_OBJECT
@@ -131,11 +145,13 @@ public:
     using CreateEditorButton::CreateEditorButton;
 };
 
+//! Hides (closes) the editor "EditorID" while it is open; lit while it is, never opens it.
 class BrioCreateEditorHideButton : public BrioCreateEditorButton
 {
     Q_OBJECT
 public:
     using BrioCreateEditorButton::BrioCreateEditorButton;
+    void clickAction() override { closeWindow(); }
 };
 
 class ChannelSelectFlatButton : public ChannelSelect<FlatButton>
@@ -459,11 +475,15 @@ public:
     using Button::Button;
 };
 
-class ChildWindowButton : public Button
+//! Opens a child window: a tool window kept above the panel's window, closed with it.
+class ChildWindowButton : public WindowButton
 {
     Q_OBJECT
 public:
-    using Button::Button;
+    using WindowButton::WindowButton;
+
+protected:
+    Qt::WindowFlags editorWindowFlags() const override { return Qt::Tool; }
 };
 
 class QuayPatchPasteButton : public Button
@@ -560,13 +580,15 @@ public:
     using Button::Button;
 };
 
-class MatrixMixerButton : public Button
+//! A matrix mixer's crosspoint switch: MatrixButton's cell addressing unchanged.
+class MatrixMixerButton : public MatrixButton
 {
     Q_OBJECT
 public:
-    using Button::Button;
+    using MatrixButton::MatrixButton;
 };
 
+//! The Brio panels' name for the same cell switch.
 class BrioMatrixButton : public MatrixButton
 {
     Q_OBJECT
@@ -595,6 +617,7 @@ public:
     using Button::Button;
 };
 
+//! The Brio panels' name for the same crosspoint switch.
 class BrioMatrixMixerButton : public MatrixMixerButton
 {
     Q_OBJECT
@@ -630,6 +653,7 @@ public:
     using Button::Button;
 };
 
+//! The Vela panels' name for the same crosspoint switch.
 class VelaMatrixMixerButton : public MatrixMixerButton
 {
     Q_OBJECT
