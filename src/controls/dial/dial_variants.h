@@ -53,11 +53,23 @@ public:
     using BeamDial::BeamDial;
 };
 
+/*!
+    A direction: the dial turns endlessly. The pointer goes once round the
+    whole circle over the positions 0 to 1 (0 straight up, clockwise), a
+    drag past either end goes on from the other, and a step past either end
+    sets the position on the other side of it.
+*/
 class DirectionDial : public Dial
 {
     Q_OBJECT
 public:
     using Dial::Dial;
+
+    double angle() const override;
+
+protected:
+    int boundDragPosition(int position) const override;
+    void stepValue(int step) override;
 };
 
 class ControlFaderDial : public Dial
