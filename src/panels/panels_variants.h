@@ -9,13 +9,6 @@
 
 class QScrollArea;
 
-class DragPanel : public PanelContainer
-{
-    Q_OBJECT
-public:
-    using PanelContainer::PanelContainer;
-};
-
 class ProtectPanelStacker : public PanelStacker
 {
     Q_OBJECT
@@ -24,13 +17,6 @@ public:
 };
 
 class ChannelSelectPanelStacker : public ChannelSelect<PanelStacker>
-{
-    Q_OBJECT
-public:
-    using ChannelSelect::ChannelSelect;
-};
-
-class ChannelSelectDragPanel : public ChannelSelect<DragPanel>
 {
     Q_OBJECT
 public:
@@ -93,13 +79,6 @@ public:
     using Speaker::Speaker;
 };
 
-class SpeakerDragPanel : public Speaker<DragPanel>
-{
-    Q_OBJECT
-public:
-    using Speaker::Speaker;
-};
-
 /*!
     \class ScrollPanel
     \brief A panel container that scrolls its panel when the panel's design
@@ -122,6 +101,56 @@ private:
     void applyPanelSize(float zoom);
 
     QScrollArea *m_area = nullptr;
+};
+
+/*!
+    \class DragPanel
+    \brief A panel container whose panel the user moves by dragging it.
+
+    As ScrollPanel, without scroll bars: a panel larger than the container
+    follows a left-button drag on its background (where no control takes
+    the press), showing the part the user pulls into view, never beyond its
+    edges. The wheel scrolls as in ScrollPanel. The cursor is an open hand
+    over a panel that can move, a closed one while it is dragged.
+*/
+class DragPanel : public ScrollPanel
+{
+    Q_OBJECT
+    Q_PROPERTY(bool dragging READ isDragging)
+    Q_PROPERTY(QPoint offset READ offset)
+public:
+    using ScrollPanel::ScrollPanel;
+
+    bool isDragging() const { return m_dragging; }
+    //! How far the panel is moved: the part of it shown starts there.
+    QPoint offset() const;
+    //! Whether the panel is larger than the container in either direction.
+    bool canMove() const;
+
+protected:
+    void installPanel(QWidget *panel) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void updateCursor();
+
+    bool m_dragging = false;
+    QPoint m_grabPoint;   // global position of the press
+    QPoint m_grabOffset;  // offset() at the press
+};
+
+class ChannelSelectDragPanel : public ChannelSelect<DragPanel>
+{
+    Q_OBJECT
+public:
+    using ChannelSelect::ChannelSelect;
+};
+
+class SpeakerDragPanel : public Speaker<DragPanel>
+{
+    Q_OBJECT
+public:
+    using Speaker::Speaker;
 };
 
 class AutomixerGroupController : public PanelContainer

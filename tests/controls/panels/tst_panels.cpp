@@ -86,6 +86,8 @@ private slots:
     void panelContainer();
     void scrollPanel_data();
     void scrollPanel();
+    void dragPanel_data();
+    void dragPanel();
 
 private:
     void set(BaseWidget *w, const QString &prmAddr, const QString &val, const QString &str = QString(),
@@ -584,6 +586,77 @@ void tst_Panels::scrollPanel()
     // A panel smaller than the area is stretched to fill it.
     if (!scrolls)
         QTRY_COMPARE(w->panel()->size(), w->scrollArea()->viewport()->size());
+}
+
+void tst_Panels::dragPanel_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QPoint>("pull");     // from the press to the release
+    QTest::addColumn<QPoint>("offset");   // where the panel ends up
+
+    QTest::newRow("pulled up and left") << "DragPanel" << QSize(150, 100) << QPoint(-30, -40) << QPoint(30, 40);
+    QTest::newRow("not past its far edges") << "DragPanel" << QSize(150, 100) << QPoint(-900, -900)
+                                            << QPoint(150, 100);
+    QTest::newRow("not past its near edges") << "DragPanel" << QSize(150, 100) << QPoint(50, 50) << QPoint(0, 0);
+    QTest::newRow("only the direction it overflows") << "DragPanel" << QSize(150, 250) << QPoint(-20, -20)
+                                                     << QPoint(20, 0);
+    QTest::newRow("a panel that fits does not move") << "DragPanel" << QSize(380, 280) << QPoint(-20, -20)
+                                                     << QPoint(0, 0);
+    QTest::newRow("channel select") << "ChannelSelectDragPanel" << QSize(150, 100) << QPoint(-10, -5)
+                                    << QPoint(10, 5);
+    QTest::newRow("speaker") << "SpeakerDragPanel" << QSize(150, 100) << QPoint(-10, -5) << QPoint(10, 5);
+}
+
+void tst_Panels::dragPanel()
+{
+    QFETCH(QString, type);
+    QFETCH(QSize, size);
+    QFETCH(QPoint, pull);
+    QFETCH(QPoint, offset);
+
+    const QString xml = QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"%1\" height=\"%2\"/><File>eq</File>")
+                            .arg(size.width()).arg(size.height());
+    DragPanel *w = nullptr;
+    if (type == QLatin1String("ChannelSelectDragPanel"))
+        w = host.make<ChannelSelectDragPanel>(xml + "<ChNum>1</ChNum>");
+    else if (type == QLatin1String("SpeakerDragPanel"))
+        w = host.make<SpeakerDragPanel>(xml);
+    else
+        w = host.make<DragPanel>(xml);
+    QVERIFY(w->panel());
+    QCOMPARE(w->scrollArea()->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+    // The eq panel is 300 by 200 design pixels.
+    QTRY_COMPARE(w->canMove(), size.width() < 300 || size.height() < 200);
+
+    // Pressed on the panel's background, away from its controls.
+    QWidget *page = w->panel();
+    const QPoint from(280, 180);
+    QVERIFY(!page->childAt(from));
+    const QPoint start = from;
+    // Global positions are what count: the panel moves under the pointer.
+    const QPoint globalFrom = page->mapToGlobal(start);
+    QMouseEvent press(QEvent::MouseButtonPress, start, globalFrom, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(page, &press);
+    QCOMPARE(w->isDragging(), w->canMove());
+    QMouseEvent move(QEvent::MouseMove, start, globalFrom + pull / 2, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(page, &move);
+    QMouseEvent move2(QEvent::MouseMove, start, globalFrom + pull, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(page, &move2);
+    QMouseEvent release(QEvent::MouseButtonRelease, start, globalFrom + pull, Qt::LeftButton, Qt::NoButton,
+                        Qt::NoModifier);
+    QApplication::sendEvent(page, &release);
+    QVERIFY(!w->isDragging());
+    QCOMPARE(w->offset(), offset);
+    QVERIFY(host.requests.isEmpty());
+
+    // The controls on it still take their own presses.
+    if (BaseWidget *gain = control(page, "gain")) {
+        QMouseEvent p(QEvent::MouseButtonPress, QPoint(5, 5), gain->mapToGlobal(QPoint(5, 5)), Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(gain, &p);
+        QVERIFY(!w->isDragging());
+    }
 }
 
 QTEST_MAIN(tst_Panels)
