@@ -335,12 +335,45 @@ private:
     bool m_filterEnabled = true;
 };
 
-//! A handle on a tuning-zone panel: its addresses carry the zone.
+/*!
+    \class TuningZoneGraphControlPoint
+    \brief The handle of a tuning zone: its addresses carry the zone, and it
+    is a round grip of its own.
+
+    The handle is a disc of truncate(13 × zoom) pixels centred on its point,
+    in "Color", with "Text" (the zone's mark) written in it. It is grabbed
+    where it is pressed: the point keeps its distance to the pointer, so a
+    press off the centre does not make it jump, and nothing is sent before
+    the pointer has moved the platform's drag distance, so a click only
+    selects. Shift locks the axis as on every handle; a release after a
+    drag sends the point released.
+*/
 class TuningZoneGraphControlPoint : public TuningZone<GraphControlPoint>
 {
     Q_OBJECT
+    Q_PROPERTY(bool moved READ hasMoved)
 public:
     using TuningZone::TuningZone;
+
+    //! Whether the current press has become a drag.
+    bool hasMoved() const { return m_moved; }
+    //! The side of the disc at \a zoom.
+    static int discSide(float zoom) { return qMax(5, int(13 * zoom)); }
+
+protected:
+    QRect handleGeometryAt(const QPoint &point) const override;
+    void paintHandle(QPainter &painter) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+
+private:
+    //! Where the point goes for the pointer at \a event, the grab offset and the axis lock applied.
+    QPoint draggedPoint(QMouseEvent *event);
+
+    QPoint m_grabOffset;  // the point less the pointer, at the press
+    QPoint m_pressPos;    // the pointer at the press, parent coordinates
+    bool m_moved = false;
 };
 
 //! A handle on a speaker-editor graph, addressed through the connected loudspeaker's model.

@@ -750,6 +750,58 @@ private slots:
         setValue(p, bandAddr, QStringLiteral("0"), QStringLiteral("-inf"));
         QVERIFY(p->isEnabled());
     }
+    void tuningZoneHandle_data()
+    {
+        QTest::addColumn<QPoint>("press");          // in the parent
+        QTest::addColumn<QList<QPoint>>("moves");   // then released at the last
+        QTest::addColumn<QStringList>("sent");      // "text held"
+
+        QTest::newRow("a click only selects") << QPoint(52, 48) << QList<QPoint>{} << QStringList{};
+        QTest::newRow("a tremor is no drag") << QPoint(50, 50) << QList<QPoint>{{51, 50}} << QStringList{};
+        QTest::newRow("grabbed at the centre") << QPoint(50, 50) << QList<QPoint>{{75, 25}}
+                                               << QStringList{"0.75:0.75 1", "0.75:0.75 0"};
+        // Pressed 4 pixels right of the point: the point stays 4 pixels left of the pointer.
+        QTest::newRow("grabbed off the centre, no jump") << QPoint(54, 50) << QList<QPoint>{{79, 75}}
+                                                         << QStringList{"0.75:0.25 1", "0.75:0.25 0"};
+        QTest::newRow("clamped at the edge") << QPoint(50, 50) << QList<QPoint>{{500, -40}}
+                                             << QStringList{"1:1 1", "1:1 0"};
+    }
+
+    void tuningZoneHandle()
+    {
+        QFETCH(QPoint, press);
+        QFETCH(QList<QPoint>, moves);
+        QFETCH(QStringList, sent);
+
+        host.editor.insert("zone_uniq_id", "zoneA");
+        auto *p = makePoint<TuningZoneGraphControlPoint>(QStringLiteral("<Text>3</Text><Color>0,160,255</Color>"));
+        host.editor.remove("zone_uniq_id");
+        // A disc of its own, centred on the point.
+        const int side = TuningZoneGraphControlPoint::discSide(1.0f);
+        QCOMPARE(p->geometry(), QRect(50 - side / 2, 50 - side / 2, side, side));
+        QVERIFY(side > 5);
+        QImage image(p->size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        p->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+        QCOMPARE(image.pixelColor(0, 0).alpha(), 0);                   // round: the corner is empty
+        QCOMPARE(image.pixelColor(side / 2, 1).alpha(), 255);            // the disc
+        QVERIFY(image.pixelColor(side / 2, 1).blue() > 200);
+
+        mouse(p, QEvent::MouseButtonPress, press.x(), press.y());
+        QVERIFY(p->isDragging());
+        QCOMPARE(host.selections.size(), 1);
+        for (const QPoint &m : moves)
+            mouse(p, QEvent::MouseMove, m.x(), m.y());
+        const QPoint end = moves.isEmpty() ? press : moves.last();
+        mouse(p, QEvent::MouseButtonRelease, end.x(), end.y());
+        QVERIFY(!p->isDragging());
+        QStringList got;
+        for (const RecordingHost::Request &r : host.requests)
+            got << r.arg("ui_prm_str") + QLatin1Char(' ') + r.arg("set_prm_type");
+        QCOMPARE(got, sent);
+        for (const RecordingHost::Request &r : host.requests)
+            QCOMPARE(r.address.value("zone_uniq_id").toString(), QStringLiteral("zoneA"));
+    }
 };
 
 QTEST_MAIN(tst_Graph)
