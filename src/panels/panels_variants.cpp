@@ -122,3 +122,30 @@ bool DragPanel::eventFilter(QObject *watched, QEvent *event)
     }
     return ScrollPanel::eventFilter(watched, event);
 }
+
+// ---------------------------------------------------------------------------
+// AutomixerGroupController
+
+bool AutomixerGroupController::isGroupOn() const
+{
+    return addressCount() == 0 || !isOff(0);
+}
+
+void AutomixerGroupController::applyGroupState()
+{
+    if (QWidget *page = panel())
+        page->setEnabled(isGroupOn());
+}
+
+void AutomixerGroupController::installPanel(QWidget *panel)
+{
+    PanelContainer::installPanel(panel);
+    applyGroupState();
+}
+
+void AutomixerGroupController::addressValueChanged(int index)
+{
+    PanelContainer::addressValueChanged(index);
+    if (index == 0)
+        applyGroupState();
+}

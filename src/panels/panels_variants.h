@@ -153,11 +153,30 @@ public:
     using Speaker::Speaker;
 };
 
+/*!
+    \class AutomixerGroupController
+    \brief The panel of one automixer group, live while the group is.
+
+    A panel container whose address 0 is the group's on/off parameter: while
+    the group is off (position 0 or less, or no number) the panel's controls
+    are disabled and drawn dimmed; while it is on they work. Without an
+    address the panel stays enabled.
+*/
 class AutomixerGroupController : public PanelContainer
 {
     Q_OBJECT
+    Q_PROPERTY(bool groupOn READ isGroupOn)
 public:
     using PanelContainer::PanelContainer;
+
+    bool isGroupOn() const;
+
+protected:
+    void installPanel(QWidget *panel) override;
+    void addressValueChanged(int index) override;
+
+private:
+    void applyGroupState();
 };
 
 #endif

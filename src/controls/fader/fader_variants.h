@@ -72,11 +72,33 @@ public:
     using MatrixMixerFader::MatrixMixerFader;
 };
 
+/*!
+    A pointer on a level scale: the fader's law, drag, keys and wheel, drawn
+    as the scale's level marks and a triangular pointer at the level, with a
+    line across the scale, instead of a rail and a knob. "PointerColor"
+    colours it (default 255,170,0).
+*/
 class LevelScalePointer : public Fader
 {
     Q_OBJECT
+    Q_PROPERTY(QColor pointerColor READ pointerColor WRITE setPointerColor)
+    CORVANE_TAG_TABLE
 public:
     using Fader::Fader;
+
+    static const QColor defaultPointerColor;
+    QColor pointerColor() const { return m_pointerColor; }
+    void setPointerColor(const QColor &color);
+    //! The pointer's tip, on the level, in widget pixels.
+    QPoint tip() const;
+
+    virtual bool readPointerColor(const QDomElement &e);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QColor m_pointerColor = defaultPointerColor;
 };
 
 class ChannelSelectFader : public ChannelSelect<Fader>

@@ -1,6 +1,7 @@
 #ifndef CORVANE_GRAPHS_GRID_GRID_VARIANTS_H
 #define CORVANE_GRAPHS_GRID_GRID_VARIANTS_H
 
+#include "controls/button/Button.h"
 #include "controls/common/WheelSteps.h"
 #include "controls/numberbox/LineEdit.h"
 #include "graphs/grid/MatrixGrid.h"
@@ -246,11 +247,28 @@ public:
 };
 
 // Not a grid: it stays a plain BaseWidget.
-class RoomCombineChecker : public BaseWidget
+/*!
+    \class RoomCombineChecker
+    \brief A check box on whether two rooms are combined.
+
+    Address 0 is the combining parameter of one pair of rooms (the cell of a
+    RoomCombine). The box shows a check mark while the rooms are combined;
+    a click, Space or Return toggles it as a Button toggles its parameter.
+    "Text" is written to the right of the box.
+*/
+class RoomCombineChecker : public Button
 {
     Q_OBJECT
 public:
-    using BaseWidget::BaseWidget;
+    using Button::Button;
+
+    //! The box, at the left, square, as high as the widget allows.
+    QRect boxRect() const;
+
+protected:
+    void paintButton(QPainter &painter, int state) override;
+    //! No text of the parameter's beside the box: the check says it.
+    QString fallbackText() const override { return QString(); }
 };
 
 #endif

@@ -86,6 +86,8 @@ private slots:
     void panelContainer();
     void scrollPanel_data();
     void scrollPanel();
+    void automixerGroup_data();
+    void automixerGroup();
     void dragPanel_data();
     void dragPanel();
 
@@ -586,6 +588,38 @@ void tst_Panels::scrollPanel()
     // A panel smaller than the area is stretched to fill it.
     if (!scrolls)
         QTRY_COMPARE(w->panel()->size(), w->scrollArea()->viewport()->size());
+}
+
+void tst_Panels::automixerGroup_data()
+{
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QStringList>("values"); // the group's position, one after another
+    QTest::addColumn<QList<bool>>("live");   // the panel enabled after each
+
+    const QString group = QStringLiteral("<Address prmAddr=\"Am/Group1/On\"/>");
+    QTest::newRow("off, on, off") << group << QStringList{"0", "1", "0"} << QList<bool>{false, true, false};
+    QTest::newRow("no number is off") << group << QStringList{"-", "0.5"} << QList<bool>{false, true};
+    QTest::newRow("no address: always live") << QString() << QStringList{"0"} << QList<bool>{true};
+}
+
+void tst_Panels::automixerGroup()
+{
+    QFETCH(QString, address);
+    QFETCH(QStringList, values);
+    QFETCH(QList<bool>, live);
+
+    host.setParameter(QStringLiteral("Am/Group1/On"), values.first(), QString());
+    auto *w = host.make<AutomixerGroupController>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"300\" height=\"200\"/>")
+                                                  + address + QStringLiteral("<File>eq</File>"));
+    QVERIFY(w->panel());
+    BaseWidget *gain = control(w->panel(), "gain");
+    QVERIFY(gain);
+    for (int i = 0; i < values.size(); ++i) {
+        if (i > 0)
+            set(w, QStringLiteral("Am/Group1/On"), values.at(i));
+        QCOMPARE(w->isGroupOn(), live.at(i));
+        QCOMPARE(gain->isEnabled(), live.at(i));
+    }
 }
 
 void tst_Panels::dragPanel_data()
