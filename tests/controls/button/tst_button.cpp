@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QFileDialog>
 #include <QtTest>
+#include "support/ModalWatch.h"
 #include "support/PaintCounter.h"
 #include "support/Pixels.h"
 
@@ -1013,17 +1014,11 @@ void tst_Button::libraryDialogNeverBlocks()
     host.requests.clear();
     auto *b = host.make<ChannelSelectLibraryRecallButton>(
         QStringLiteral("<Address prmAddr=\"Ch1/Library\"/>"));
-    bool blocked = false;
-    QTimer::singleShot(0, [&blocked] {
-        if (QWidget *modal = QApplication::activeModalWidget()) {
-            blocked = true;
-            modal->close();
-        }
-    });
+    ModalWatch watch;
     mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
     mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5));
     QCoreApplication::processEvents();
-    QVERIFY(!blocked);
+    QVERIFY(!watch.blocked);
     QPointer<QFileDialog> dialog = b->findChild<QFileDialog *>();
     QVERIFY(dialog);
     QVERIFY(dialog->isVisible());
@@ -1044,6 +1039,13 @@ const char editorPanel[] =
     "  <Widget type=\"ParentPanelButton\" name=\"back\"><Rect x=\"10\" y=\"40\" width=\"60\" height=\"20\"/>"
     "  </Widget>"
     "</Panel>";
+
+//! Writes the editor panel into \a dir, the host's panel folder.
+bool writeEditorPanel(const QTemporaryDir &dir)
+{
+    QFile f(dir.filePath(QStringLiteral("mixer_edit.xml")));
+    return f.open(QIODevice::WriteOnly) && f.write(editorPanel) > 0;
+}
 
 template <class B>
 B *addButton(ControlTestHost &host, const QString &xml)
@@ -1134,10 +1136,7 @@ void tst_Button::editorWindows()
     QFETCH(int, flags);
 
     QTemporaryDir dir;
-    QFile f(dir.filePath(QStringLiteral("mixer_edit.xml")));
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(editorPanel);
-    f.close();
+    QVERIFY(writeEditorPanel(dir));
     host.imagePath = dir.path();
     host.windowEvents.clear();
     host.requests.clear();
@@ -1200,10 +1199,7 @@ void tst_Button::editorWindows()
 void tst_Button::editorWindowFromTheBackButton()
 {
     QTemporaryDir dir;
-    QFile f(dir.filePath(QStringLiteral("mixer_edit.xml")));
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(editorPanel);
-    f.close();
+    QVERIFY(writeEditorPanel(dir));
     host.imagePath = dir.path();
     host.windowEvents.clear();
     auto *b = host.make<CreateEditorButton>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"40\" height=\"20\"/>"

@@ -5,6 +5,7 @@
 #include <QColorDialog>
 #include <QSignalSpy>
 #include <QtTest>
+#include "support/ModalWatch.h"
 #include "support/PaintCounter.h"
 
 using Input::mouse;
@@ -160,18 +161,11 @@ void tst_Misc::clickWithoutHostAnswerNeverBlocks()
     host.answersColors = false;
     host.setParameter(QStringLiteral("Ch/Colour"), QStringLiteral("0"), QStringLiteral("10,20,30"));
     ColorBox *b = box();
-    // A modal loop would run this timer inside the click; close it so the test ends.
-    bool blocked = false;
-    QTimer::singleShot(0, [&blocked] {
-        if (QWidget *modal = QApplication::activeModalWidget()) {
-            blocked = true;
-            modal->close();
-        }
-    });
+    ModalWatch watch;
     mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
     mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5));
     QCoreApplication::processEvents();
-    QVERIFY(!blocked);
+    QVERIFY(!watch.blocked);
     QPointer<QColorDialog> dialog = b->dialog();
     QVERIFY(dialog);
     QVERIFY(dialog->isVisible());
