@@ -2,6 +2,8 @@
 
 #include <QApplication>
 
+#include <cmath>
+
 QPolygon GraphicEqualizerGraph::scaled(const GraphCurves::FloatCurve &curve) const
 {
     return GraphCurves::scaleExaggerated(curve, size(), m_bottomAnchored);
@@ -170,4 +172,98 @@ void TuningZoneGraphControlPoint::mouseReleaseEvent(QMouseEvent *event)
     m_lock = NoLock;
     setCursor(directionCursor(direction()));
     update();
+}
+
+// ---------------------------------------------------------------------------
+// Halo3DGraph
+
+const TagTable &Halo3DGraph::tags()
+{
+    static const TagTable table = TagTable::of<Halo3DGraph>(&Graph::tags(), {
+        {"Depth", &Halo3DGraph::readDepth},
+    });
+    return table;
+}
+
+bool Halo3DGraph::readDepth(const QDomElement &e)
+{
+    bool ok = false;
+    const int depth = e.text().trimmed().toInt(&ok);
+    if (!ok || depth < 0 || depth > maxDepth)
+        return false;
+    setDepth(depth);
+    return true;
+}
+
+void Halo3DGraph::setDepth(int depth)
+{
+    depth = qBound(0, depth, int(maxDepth));
+    if (m_depth == depth)
+        return;
+    m_depth = depth;
+    relayout();
+}
+
+QRect Halo3DGraph::layerRect(int i, int count) const
+{
+    const int behind = qMax(0, count - 1);
+    // In floating point, bounded by the widget before it becomes pixels.
+    const double zoom = double(zoomFactor());
+    const double wanted = double(m_depth) * (std::isfinite(zoom) && zoom > 0 ? zoom : 0.0) * behind;
+    const int shift = int(qMin(wanted, double(qMax(width(), height()))));
+    const QSize plot(qMax(1, width() - shift), qMax(1, height() - shift));
+    const int one = behind > 0 ? shift / behind : 0;
+    return QRect(QPoint(i * one, shift - i * one), plot);
+}
+
+void Halo3DGraph::relayout()
+{
+    QVector<QPolygon> layers(m_curves.size());
+    for (int i = 0; i < m_curves.size(); ++i) {
+        if (!m_read.at(i))
+            continue;
+        const QRect r = layerRect(i, m_curves.size());
+        layers[i] = GraphCurves::scaleOpen(m_curves.at(i), r.size()).translated(r.topLeft());
+    }
+    if (layers == m_layers)
+        return;
+    m_layers = layers;
+    update();
+}
+
+void Halo3DGraph::addressValueChanged(int index)
+{
+    if (index < 0 || index >= addressCount() || !addressAt(index).key(Key::AddrType).isEmpty()) {
+        Graph::addressValueChanged(index);
+        return;
+    }
+    GraphCurves::FloatCurve curve;
+    if (!GraphCurves::parse(displayText(index), &curve))
+        return;
+    if (m_curves.size() <= index) {
+        m_curves.resize(index + 1);
+        m_read.resize(index + 1);
+    }
+    m_curves[index] = curve;
+    m_read[index] = true;
+    relayout();
+}
+
+void Halo3DGraph::resizeEvent(QResizeEvent *event)
+{
+    Graph::resizeEvent(event);
+    relayout();
+}
+
+void Halo3DGraph::paintCurve(QPainter &painter)
+{
+    // Back to front, farther layers fainter.
+    const int n = m_layers.size();
+    for (int i = n - 1; i >= 0; --i) {
+        QColor c = penColor();
+        if (n > 1)
+            c.setAlphaF(c.alphaF() * (1.0 - 0.6 * i / (n - 1)));
+        painter.setPen(QPen(c, 1.0));
+        painter.drawPolyline(m_layers.at(i));
+    }
 }

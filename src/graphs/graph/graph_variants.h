@@ -35,11 +35,52 @@ private:
     bool m_bottomAnchored = false;
 };
 
+/*!
+    \class Halo3DGraph
+    \brief Several curves in depth, one behind another.
+
+    Every address is one curve text, as Graph reads it: address 0 in front,
+    each further address one layer farther back. The layers share a plot
+    area smaller than the widget by "Depth" design pixels (default 8) per
+    layer behind the front; each layer farther back sits that much higher
+    and further right, is drawn before the nearer ones, and fades. A text a
+    layer cannot read leaves that layer as it was.
+*/
 class Halo3DGraph : public Graph
 {
     Q_OBJECT
+    Q_PROPERTY(int depth READ depth WRITE setDepth)
+    Q_PROPERTY(int layerCount READ layerCount)
+    CORVANE_TAG_TABLE
 public:
     using Graph::Graph;
+
+    static constexpr int defaultDepth = 8;
+    static constexpr int maxDepth = 200;
+
+    int depth() const { return m_depth; }
+    void setDepth(int depth);
+    //! The layers read so far: one per address up to the last with a curve.
+    int layerCount() const { return m_layers.size(); }
+    //! Layer \a i in pixels, placed; empty when it has no curve.
+    QPolygon layer(int i) const { return m_layers.value(i); }
+    //! Where layer \a i's plot area sits, of \a count layers.
+    QRect layerRect(int i, int count) const;
+
+    virtual bool readDepth(const QDomElement &e);
+
+protected:
+    void addressValueChanged(int index) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void paintCurve(QPainter &painter) override;
+
+private:
+    void relayout();
+
+    int m_depth = defaultDepth;
+    QVector<GraphCurves::FloatCurve> m_curves;
+    QVector<bool> m_read;
+    QVector<QPolygon> m_layers;
 };
 
 /*!

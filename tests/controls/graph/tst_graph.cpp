@@ -802,6 +802,53 @@ private slots:
         for (const RecordingHost::Request &r : host.requests)
             QCOMPARE(r.address.value("zone_uniq_id").toString(), QStringLiteral("zoneA"));
     }
+    void halo3DLayers_data()
+    {
+        QTest::addColumn<QString>("depth");
+        QTest::addColumn<int>("shift");   // total depth of two layers behind the front, pixels
+
+        QTest::newRow("default depth") << QString() << 16;
+        QTest::newRow("given depth") << QStringLiteral("<Depth>20</Depth>") << 40;
+        QTest::newRow("flat") << QStringLiteral("<Depth>0</Depth>") << 0;
+        QTest::newRow("refused depth keeps the default") << QStringLiteral("<Depth>-3</Depth>") << 16;
+    }
+
+    void halo3DLayers()
+    {
+        QFETCH(QString, depth);
+        QFETCH(int, shift);
+        const QString line = QStringLiteral("0:100/0:100/0:0/100:100");   // bottom-left to top-right
+        host.setParameter("L0", "0", line);
+        host.setParameter("L1", "0", line);
+        host.setParameter("L2", "0", QStringLiteral("0:100/0:0/1:2"));  // rejected: zero range
+        auto *g = host.make<Halo3DGraph>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"201\" height=\"101\"/>"
+                                                        "<AddressList><Address prmAddr=\"L0\"/><Address prmAddr=\"L1\"/>"
+                                                        "<Address prmAddr=\"L2\"/></AddressList>")
+                                         + depth);
+        QCOMPARE(g->layerCount(), 2);                 // the third never read
+        QVERIFY(g->layer(2).isEmpty());
+        host.setParameter("L2", "0", line);
+        g->notifyValueChanged({{"prmAddr", "L2"}, {"dev_uniq_id", "dev1"}});
+        QCOMPARE(g->layerCount(), 3);
+        // The front layer at the bottom left, each farther one up and to the right.
+        const QPolygon front = g->layer(0);
+        const QPolygon back = g->layer(2);
+        QCOMPARE(front.first(), QPoint(0, 100));
+        QCOMPARE(back.first(), QPoint(shift, 100 - shift));
+        QCOMPARE(back.last(), QPoint(200, 0));
+        QCOMPARE(g->layer(1).first(), QPoint(shift / 2, 100 - shift / 2));
+        // A text a layer cannot read keeps it.
+        host.setParameter("L1", "0", QStringLiteral("nonsense"));
+        g->notifyValueChanged({{"prmAddr", "L1"}, {"dev_uniq_id", "dev1"}});
+        QCOMPARE(g->layer(1).first(), QPoint(shift / 2, 100 - shift / 2));
+        // Farther layers are fainter: the front is drawn in the full line colour.
+        QImage image(g->size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::black);
+        g->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+        QCOMPARE(image.pixelColor(front.first()), QColor(0, 255, 0));
+        if (shift > 0)
+            QVERIFY(image.pixelColor(back.first()).green() < 200);
+    }
 };
 
 QTEST_MAIN(tst_Graph)
