@@ -129,7 +129,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
     void paintIndicator(QPainter &painter);
-    void paintKnob(QPainter &painter);
+    //! The knob and its pointer, turned to angle().
+    virtual void paintKnob(QPainter &painter);
 
 private:
     QRect scaled(const QRect &design) const;

@@ -39,13 +39,38 @@ public:
     using MatrixCell::MatrixCell;
 };
 
+/*!
+    Steers a microphone beam: the dial, with the beam drawn over the knob as
+    a wedge from its centre toward the pointer, "BeamWidth" degrees wide
+    (default 30, 1 to 180) in "BeamColor" (default 255,170,0,140).
+*/
 class BeamDial : public Dial
 {
     Q_OBJECT
+    Q_PROPERTY(int beamWidth READ beamWidth WRITE setBeamWidth)
+    Q_PROPERTY(QColor beamColor READ beamColor WRITE setBeamColor)
+    CORVANE_TAG_TABLE
 public:
     using Dial::Dial;
+
+    static const QColor defaultBeamColor;
+    int beamWidth() const { return m_beamWidth; }
+    void setBeamWidth(int degrees);
+    QColor beamColor() const { return m_beamColor; }
+    void setBeamColor(const QColor &color);
+
+    virtual bool readBeamWidth(const QDomElement &e);
+    virtual bool readBeamColor(const QDomElement &e);
+
+protected:
+    void paintKnob(QPainter &painter) override;
+
+private:
+    int m_beamWidth = 30;
+    QColor m_beamColor = defaultBeamColor;
 };
 
+//! The beam dial of the converting panels: the conversion is the number box's (BeamConvertNumberBox); the angle needs none.
 class BeamConvertDial : public BeamDial
 {
     Q_OBJECT

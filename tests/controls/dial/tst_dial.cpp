@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <QTemporaryDir>
+#include <QtMath>
 #include <QtTest>
 
 #include <cmath>
@@ -86,6 +87,8 @@ private:
             d = host.make<RejectFocusDial>(rect + own + extra);
         else if (type == QLatin1String("DirectionDial"))
             d = host.make<DirectionDial>(rect + own + extra);
+        else if (type == QLatin1String("BeamDial"))
+            d = host.make<BeamDial>(rect + own + extra);
         else if (type == QLatin1String("BeamConvertDial"))
             d = host.make<BeamConvertDial>(rect + own + extra);
         else
@@ -106,6 +109,8 @@ private:
     }
 
 private slots:
+    void beam_data();
+    void beam();
     void description_data();
     void description();
     void levelList();
@@ -562,6 +567,46 @@ void tst_Dial::gates()
     d->notifyValueChanged({{"prmAddr", "Ch1/Gain"}, {"dev_uniq_id", "dev1"}});
     QVERIFY(d->isEnabled());
     QCOMPARE(d->shownPosition(), 0.0);
+}
+
+void tst_Dial::beam_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("val");
+    QTest::addColumn<QString>("width");   // BeamWidth tag text
+    QTest::addColumn<int>("degrees");     // the width in use
+    QTest::addColumn<double>("towards");  // clock angle the beam points at
+
+    QTest::newRow("up") << "BeamDial" << "0.5" << "40" << 40 << 0.0;
+    QTest::newRow("right end") << "BeamDial" << "1" << "40" << 40 << 150.0;
+    QTest::newRow("left end, converting panel") << "BeamConvertDial" << "0" << "60" << 60 << -150.0;
+    QTest::newRow("refused width keeps 30") << "BeamDial" << "0.5" << "400" << 30 << 0.0;
+}
+
+void tst_Dial::beam()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, val);
+    QFETCH(QString, width);
+    QFETCH(int, degrees);
+    QFETCH(double, towards);
+
+    auto *d = static_cast<BeamDial *>(
+        dial(val, QStringLiteral("<BeamWidth>%1</BeamWidth><BeamColor>0,0,255,255</BeamColor>").arg(width), type, 100));
+    QCOMPARE(d->beamWidth(), degrees);
+    const QImage image = render(d);
+    const QPointF c = QRectF(d->knobRect()).center();
+    const double r = d->knobRect().width() / 2.0 * 0.7;
+    auto at = [&](double clock) {
+        const double a = qDegreesToRadians(clock);
+        return image.pixelColor(QPointF(c.x() + r * std::sin(a), c.y() - r * std::cos(a)).toPoint());
+    };
+    auto beamBlue = [](const QColor &p) { return p.blue() > 200 && p.red() < 60 && p.green() < 60; };
+    QVERIFY(beamBlue(at(towards)));
+    QVERIFY(!beamBlue(at(towards + 180)));
+    // Just inside and just outside the wedge's edge.
+    QVERIFY(beamBlue(at(towards + degrees / 2.0 - 4)));
+    QVERIFY(!beamBlue(at(towards + degrees / 2.0 + 6)));
 }
 
 QTEST_MAIN(tst_Dial)
