@@ -9,6 +9,7 @@
 
 class QScrollArea;
 
+//! Behaves as PanelStacker, for protection settings: nothing of its own.
 class ProtectPanelStacker : public PanelStacker
 {
     Q_OBJECT
@@ -16,6 +17,7 @@ public:
     using PanelStacker::PanelStacker;
 };
 
+//! The stacker on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectPanelStacker : public ChannelSelect<PanelStacker>
 {
     Q_OBJECT
@@ -23,6 +25,7 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+//! The container for one tuning zone (Zone): the base and its addressing do it all.
 class TuningZonePanelContainer : public TuningZone<PanelContainer>
 {
     Q_OBJECT
@@ -30,6 +33,7 @@ public:
     using TuningZone::TuningZone;
 };
 
+//! The stacker for one tuning zone (Zone): the base and its addressing do it all.
 class TuningZonePanelStacker : public TuningZone<PanelStacker>
 {
     Q_OBJECT
@@ -37,6 +41,7 @@ public:
     using TuningZone::TuningZone;
 };
 
+//! The stacker for one tuning zone (Zone), paging by the zone's device: the base and its addressing do it all.
 class TuningZoneDevicePanelStacker : public TuningZone<PanelStacker>
 {
     Q_OBJECT
@@ -44,6 +49,7 @@ public:
     using TuningZone::TuningZone;
 };
 
+//! The stacker for one shared band (BandNum): the base and its addressing do it all.
 class BandSharingPanelStacker : public BandSharing<PanelStacker>
 {
     Q_OBJECT
@@ -51,6 +57,7 @@ public:
     using BandSharing::BandSharing;
 };
 
+//! The container on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerPanelContainer : public Speaker<PanelContainer>
 {
     Q_OBJECT
@@ -58,6 +65,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! The stacker on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerPanelStacker : public Speaker<PanelStacker>
 {
     Q_OBJECT
@@ -65,6 +73,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! The protection stacker on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerProtectPanelStacker : public Speaker<ProtectPanelStacker>
 {
     Q_OBJECT
@@ -72,6 +81,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! The container on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT), for the loudspeaker type: the base and its addressing do it all.
 class SpeakerTypePanelContainer : public Speaker<PanelContainer>
 {
     Q_OBJECT
@@ -139,6 +149,7 @@ private:
     QPoint m_grabOffset;  // offset() at the press
 };
 
+//! The drag panel on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectDragPanel : public ChannelSelect<DragPanel>
 {
     Q_OBJECT
@@ -146,6 +157,7 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+//! The drag panel on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerDragPanel : public Speaker<DragPanel>
 {
     Q_OBJECT

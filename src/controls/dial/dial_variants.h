@@ -4,6 +4,7 @@
 #include "core/AddressingMixins.h"
 #include "controls/dial/Dial.h"
 
+//! The dial on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectDial : public ChannelSelect<Dial>
 {
     Q_OBJECT
@@ -11,6 +12,7 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+//! The dial for one tuning zone (Zone): the base and its addressing do it all.
 class TuningZoneDial : public TuningZone<Dial>
 {
     Q_OBJECT
@@ -18,6 +20,7 @@ public:
     using TuningZone::TuningZone;
 };
 
+//! The dial on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerDial : public Speaker<Dial>
 {
     Q_OBJECT
@@ -25,6 +28,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! The dial hidden while its parameter holds a listed value (HideValue): the base and its addressing do it all.
 class HideDial : public Hide<Dial>
 {
     Q_OBJECT
@@ -32,6 +36,7 @@ public:
     using Hide::Hide;
 };
 
+//! The dial on one matrix cell (AddressForm, XIndex, YIndex): the base and its addressing do it all.
 class DelayMatrixDial : public MatrixCell<Dial>
 {
     Q_OBJECT
@@ -97,6 +102,7 @@ protected:
     void stepValue(int step) override;
 };
 
+//! Behaves as its family, on a control fader's level: nothing of its own.
 class ControlFaderDial : public Dial
 {
     Q_OBJECT
@@ -104,6 +110,7 @@ public:
     using Dial::Dial;
 };
 
+//! The dial that takes no focus and is disabled on listed values (RejectValue): the base and its addressing do it all.
 class RejectFocusDial : public RejectFocus<Dial>
 {
     Q_OBJECT

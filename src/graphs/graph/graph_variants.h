@@ -303,6 +303,7 @@ protected:
     bool isPhase() const override { return true; }
 };
 
+//! The background of a speaker-processor graph: the grid the mixin draws is all of it.
 class SpeakerProcessorGraphBack : public EqualizerGridBack<BaseWidget>
 {
     Q_OBJECT
@@ -310,6 +311,7 @@ public:
     using EqualizerGridBack::EqualizerGridBack;
 };
 
+//! The background of a speaker-processor equaliser graph: the grid the mixin draws is all of it.
 class SpeakerProcessorPeqGraphBack : public EqualizerGridBack<BaseWidget>
 {
     Q_OBJECT
@@ -317,6 +319,7 @@ public:
     using EqualizerGridBack::EqualizerGridBack;
 };
 
+//! The background of a speaker-processor phase graph: the grid the mixin draws is all of it.
 class SpeakerProcessorPhaseGraphBack : public EqualizerGridBack<BaseWidget>
 {
     Q_OBJECT
@@ -324,6 +327,7 @@ public:
     using EqualizerGridBack::EqualizerGridBack;
 };
 
+//! The background of a speaker-processor equaliser phase graph: the grid the mixin draws is all of it.
 class SpeakerProcessorPeqPhaseGraphBack : public EqualizerGridBack<BaseWidget>
 {
     Q_OBJECT

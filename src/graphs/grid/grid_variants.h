@@ -48,6 +48,7 @@ public:
     using MatrixGrid::MatrixGrid;
 };
 
+//! Behaves as MatrixMixer: nothing of its own.
 class BrioMatrixMixer : public MatrixMixer
 {
     Q_OBJECT
@@ -64,6 +65,7 @@ public:
     using RouterGrid::RouterGrid;
 };
 
+//! Behaves as Router: nothing of its own.
 class BrioRouter : public Router
 {
     Q_OBJECT
@@ -160,6 +162,7 @@ private:
     WheelSteps m_wheel;
 };
 
+//! Behaves as RouterGrid, patching card slots: nothing of its own.
 class QuaySlotPatch : public RouterGrid
 {
     Q_OBJECT
@@ -167,6 +170,7 @@ public:
     using RouterGrid::RouterGrid;
 };
 
+//! Behaves as RouterGrid, patching outputs: nothing of its own.
 class BrioOutputPatch : public RouterGrid
 {
     Q_OBJECT
@@ -174,6 +178,7 @@ public:
     using RouterGrid::RouterGrid;
 };
 
+//! Behaves as MatrixMixer: nothing of its own.
 class VelaMatrixMixer : public MatrixMixer
 {
     Q_OBJECT
@@ -181,6 +186,7 @@ public:
     using MatrixMixer::MatrixMixer;
 };
 
+//! Behaves as Router, routing the oscillator: nothing of its own.
 class BrioOscillatorRouter : public Router
 {
     Q_OBJECT
@@ -197,6 +203,7 @@ public:
     using MatrixGrid::MatrixGrid;
 };
 
+//! Behaves as MatrixMixer: nothing of its own.
 class PallasMatrixMixer : public MatrixMixer
 {
     Q_OBJECT
@@ -204,6 +211,7 @@ public:
     using MatrixMixer::MatrixMixer;
 };
 
+//! Behaves as DelayMatrix: nothing of its own.
 class PallasDelayMatrix : public DelayMatrix
 {
     Q_OBJECT
@@ -211,6 +219,7 @@ public:
     using DelayMatrix::DelayMatrix;
 };
 
+//! Behaves as MatrixMixer: nothing of its own.
 class OstraMatrixMixer : public MatrixMixer
 {
     Q_OBJECT
@@ -218,6 +227,7 @@ public:
     using MatrixMixer::MatrixMixer;
 };
 
+//! Behaves as DelayMatrix: nothing of its own.
 class OstraDelayMatrix : public DelayMatrix
 {
     Q_OBJECT
@@ -225,6 +235,7 @@ public:
     using DelayMatrix::DelayMatrix;
 };
 
+//! Behaves as BrioZoneGroup: nothing of its own.
 class OstraZoneGroup : public MatrixGrid
 {
     Q_OBJECT
@@ -232,6 +243,7 @@ public:
     using MatrixGrid::MatrixGrid;
 };
 
+//! Behaves as Router: nothing of its own.
 class FenRouter : public Router
 {
     Q_OBJECT
@@ -239,6 +251,7 @@ public:
     using Router::Router;
 };
 
+//! Behaves as Router: nothing of its own.
 class KiteRouter : public Router
 {
     Q_OBJECT
