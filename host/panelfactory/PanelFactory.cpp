@@ -1,10 +1,13 @@
 #include "PanelFactory.h"
+#include "HostData.h"
 
+#include <core/Saturating.h>
 #include <corvane/IHostCore.h>
 #include <corvane/IWidgetCore.h>
 #include <corvane/IWidgetFactory.h>
 
 #include <QCoreApplication>
+#include <QDebug>
 #include <QDir>
 #include <QDomDocument>
 #include <QDomElement>
@@ -39,7 +42,7 @@ int dimension(const QDomElement &e, const char *name)
 {
     bool ok = false;
     const int v = e.attribute(QLatin1String(name)).toInt(&ok);
-    return ok && v > 0 ? v : 0;
+    return ok && v > 0 ? qMin(v, QWIDGETSIZE_MAX) : 0;
 }
 
 } // namespace
@@ -109,10 +112,18 @@ QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IH
     page->setPalette(palette);
     page->setAutoFillBackground(true);
     if (width > 0 && height > 0)
-        page->resize(int(width * zoom), int(height * zoom));
+        page->resize(Saturating::pixels(width, zoom), Saturating::pixels(height, zoom));
 
+    int count = 0;
     for (QDomElement e = panel.firstChildElement(QStringLiteral("Widget")); !e.isNull();
          e = e.nextSiblingElement(QStringLiteral("Widget"))) {
+        if (++count > maxControlsPerPage) {
+            const QString problem = QStringLiteral("line %1: more than %2 controls on one page; the rest are left out")
+                                        .arg(e.lineNumber()).arg(maxControlsPerPage);
+            m_problems.append(problem);
+            qWarning().noquote() << problem;
+            break;
+        }
         const QString type = e.attribute(QStringLiteral("type"));
         const QString name = e.attribute(QStringLiteral("name"));
         IWidgetCore *core = widgets->create(type, page, hostCore, registry);
@@ -145,7 +156,7 @@ QWidget *PanelFactory::createPanelByName(const QString &name, QWidget *parent, I
     QStringList folders;
     if (hostCore && !hostCore->imageBasePath().isEmpty())
         folders << hostCore->imageBasePath();
-    folders << QCoreApplication::applicationDirPath() + QLatin1String("/panels");
+    folders << hostDataFolder(QStringLiteral("panels"));
     for (const QString &folder : qAsConst(folders)) {
         QFile f(QDir(folder).filePath(file));
         if (!f.open(QIODevice::ReadOnly))

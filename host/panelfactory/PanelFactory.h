@@ -47,6 +47,14 @@ public:
 
     static constexpr const char *corePropertyName() { return "corvaneCore"; }
 
+    /*!
+        The most controls one page holds. Qt paints overlapping siblings
+        recursively, one stack frame per sibling, so a page of a hundred
+        thousand controls would overflow the stack; controls beyond the
+        limit are left out and reported.
+    */
+    static constexpr int maxControlsPerPage = 10000;
+
 private:
     IWidgetFactory *factory();
 

@@ -4,6 +4,7 @@
 #include "PanelFactory.h"
 #include "ParameterDatabase.h"
 
+#include <core/Saturating.h>
 #include <data/ParameterKeys.h>
 #include <corvane/IPanelFactory.h>
 #include <corvane/IWidgetCore.h>
@@ -20,12 +21,15 @@ PanelHost::PanelHost(ParameterDatabase *database)
 PanelHost::~PanelHost()
 {
     // Controls unregister while they die; the registry must still be there.
+    // An editor that loses the focus on the way out sends nothing.
+    m_tearingDown = true;
+    m_sink = nullptr;
     delete m_panel;
     if (m_database)
         m_database->setObserver(nullptr);
 }
 
-bool PanelHost::load(const QByteArray &xml, const QString &path, QString *error)
+bool PanelHost::load(const QByteArray &xml, const QString &path, QString *error, bool keepValues)
 {
     QString message;
     int line = 0;
@@ -42,14 +46,16 @@ bool PanelHost::load(const QByteArray &xml, const QString &path, QString *error)
     m_basePath = QFileInfo(path).absolutePath();
     m_designSize = QSize(root.attribute(QStringLiteral("width")).toInt(),
                          root.attribute(QStringLiteral("height")).toInt());
-    m_database->clearDevices();
+    if (!keepValues)
+        m_database->clearDevices();
     m_owner.clear();
     m_warnings.clear();
     for (QDomElement d = root.firstChildElement(QStringLiteral("Device")); !d.isNull();
          d = d.nextSiblingElement(QStringLiteral("Device"))) {
         const QString id = d.attribute(QStringLiteral("id"));
         const QString model = d.attribute(QStringLiteral("model"));
-        if (!m_database->addDevice(id, model))
+        const bool kept = keepValues && m_database->device(id).value(Key::dev_model).toString() == model;
+        if (!kept && !m_database->addDevice(id, model))
             continue;
         readDeviceSetup(d, id);
         if (m_owner.isEmpty())
@@ -99,7 +105,8 @@ bool PanelHost::build(IPanelFactory *factory, QString *error)
         return false;
     }
     if (m_designSize.isValid() && !m_designSize.isEmpty())
-        m_panel->setFixedSize(int(m_designSize.width() * m_zoom), int(m_designSize.height() * m_zoom));
+        m_panel->setFixedSize(Saturating::pixels(m_designSize.width(), m_zoom),
+                              Saturating::pixels(m_designSize.height(), m_zoom));
     m_registry.commitAll();
     return true;
 }
@@ -110,7 +117,8 @@ void PanelHost::setZoom(float zoom)
         return;
     m_zoom = zoom;
     if (m_panel && m_designSize.isValid() && !m_designSize.isEmpty())
-        m_panel->setFixedSize(int(m_designSize.width() * zoom), int(m_designSize.height() * zoom));
+        m_panel->setFixedSize(Saturating::pixels(m_designSize.width(), zoom),
+                              Saturating::pixels(m_designSize.height(), zoom));
     for (IWidgetCore *core : controls())
         core->setZoom(zoom);
 }
@@ -224,6 +232,8 @@ bool PanelHost::readParameter(const ParameterAddress &address, Value &value, QMa
 bool PanelHost::sendRequest(QWidget *control, int index, const QVariantMap &address, int kind,
                             const QMap<QString, QString> &arguments)
 {
+    if (m_tearingDown)
+        return false;
     Json::Object args;
     for (auto it = arguments.cbegin(); it != arguments.cend(); ++it)
         args.add(it.key(), it.value());

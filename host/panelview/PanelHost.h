@@ -35,7 +35,8 @@ public:
     ~PanelHost() override;
 
     //! Reads a panel description and declares its devices; false with \a error set when it cannot be used.
-    bool load(const QByteArray &xml, const QString &path, QString *error);
+    //! With \a keepValues, devices already declared with the same model keep their values (a reload).
+    bool load(const QByteArray &xml, const QString &path, QString *error, bool keepValues = false);
     //! Builds the panel as a top-level widget; false when the factory built nothing.
     bool build(IPanelFactory *factory, QString *error);
 
@@ -113,6 +114,7 @@ private:
     bool m_scriptedFile = false;
     QString m_fileAnswer;
     std::function<void(const QString &)> m_sink;
+    bool m_tearingDown = false;
 };
 
 #endif

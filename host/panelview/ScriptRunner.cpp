@@ -132,6 +132,12 @@ ScriptRunner::ScriptRunner(PanelHost *host, QTextStream *out)
 {
 }
 
+ScriptRunner::~ScriptRunner()
+{
+    // The panel outlives the runner; what it reports later has nowhere to go.
+    m_host->setEventSink(nullptr);
+}
+
 void ScriptRunner::print(const QString &line)
 {
     *m_out << line << '\n';

@@ -22,6 +22,7 @@ class ScriptRunner
 {
 public:
     ScriptRunner(PanelHost *host, QTextStream *out);
+    ~ScriptRunner();
 
     //! Runs \a script; false with error() set ("FILE:LINE: message") when a command fails.
     bool run(const QString &script, const QString &fileName);

@@ -1,8 +1,12 @@
 #include "CommandLine.h"
+#include "Discovery.h"
+#include "Linter.h"
 #include "PanelChecker.h"
 #include "PanelFactory.h"
 #include "PanelHost.h"
+#include "PanelWatcher.h"
 #include "ParameterDatabase.h"
+#include "Schema.h"
 #include "ScriptRunner.h"
 #include "SignalClock.h"
 #include "TypeDescriptions.h"
@@ -13,6 +17,7 @@
 #include <corvane/IWidgetCore.h>
 #include <corvane/IWidgetFactory.h>
 #include <corvane/ParameterManagement.h>
+#include <corvane/Version.h>
 
 #include <QApplication>
 #include <QDir>
@@ -25,6 +30,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 namespace {
 
@@ -41,29 +47,38 @@ int fail(const QString &message)
     return 1;
 }
 
-// What --check needs to know of a type: whether the factory makes it, and
-// which tags the control reads.
-PanelChecker::TypeLookup typeLookup(IWidgetFactory *factory)
-{
-    return [factory](const QString &type, QStringList *tags) {
-        NullHostCore host;
-        ParameterManagementRegistry registry;
-        QWidget scratch;
-        IWidgetCore *core = factory->create(type, &scratch, &host, &registry);
-        QWidget *w = core ? widgetOf(core) : nullptr;
-        if (!w)
-            return PanelChecker::UnknownType;
-        const bool answered = QMetaObject::invokeMethod(w, "handledTags", Qt::DirectConnection,
-                                                        Q_RETURN_ARG(QStringList, *tags));
-        delete w;
-        return answered ? PanelChecker::KnownTypeWithTags : PanelChecker::KnownType;
-    };
-}
-
 bool hasDisplay()
 {
     return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || qEnvironmentVariableIsSet("DISPLAY")
         || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+}
+
+// --list-models, --list-parameters, --describe, --schema.
+int discover(const CommandLine &options, IWidgetFactory *factory, const QString &pluginPath)
+{
+    QTextStream out(stdout);
+    QString error;
+    QStringList typeNames;
+    if (!options.describe.isEmpty() || options.schema) {
+        if (!TypeNames::of(pluginPath, &typeNames, &error))
+            return fail(QStringLiteral("the plug-in lists no type names: %1").arg(error));
+    }
+    const ParameterDatabase &database = *ParameterDatabase::instance();
+    bool ok = true;
+    if (options.listModels)
+        Discovery::listModels(database, out);
+    if (ok && !options.listParameters.isEmpty())
+        ok = Discovery::listParameters(database, options.listParameters, out, &error);
+    if (ok && !options.describe.isEmpty())
+        ok = Discovery::describe(factory, typeNames, options.describe, out, &error);
+    if (ok && options.schema) {
+        QMap<QString, QStringList> tags;
+        for (const QString &type : qAsConst(typeNames))
+            Linter::tagsOf(factory, type, &tags[type]);
+        out << Schema::generate(typeNames, tags);
+    }
+    out.flush();
+    return ok ? 0 : fail(error);
 }
 
 } // namespace
@@ -91,25 +106,32 @@ int main(int argc, char *argv[])
             raw << QString::fromLocal8Bit(argv[i]);
         CommandLine early;
         QString ignored;
-        early.parse(raw, &ignored);
-        if ((early.headless() || early.help) && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        // A failed parse prints an error and nothing else, unless it failed on
+        // one of Qt's own options (-platform, ...), which outrank the variable.
+        const bool parsed = early.parse(raw, &ignored);
+        if ((!parsed || early.headless() || early.aboutOnly()) && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
-        else if (!early.headless() && !early.help && !early.panel.isEmpty() && !hasDisplay())
+        else if (parsed && !early.headless() && !early.aboutOnly() && !hasDisplay())
             return fail(QStringLiteral("no display to open a window on; use --screenshot FILE.png to render the panel"));
     }
 
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("panelview"));
+    QApplication::setApplicationVersion(QStringLiteral(CORVANE_VERSION_STR));
 
     CommandLine options;
     QString error;
     if (!options.parse(app.arguments().mid(1), &error)) {
         fail(error);
-        err() << CommandLine::usage();
+        err() << CommandLine::helpHint();
         return 1;
     }
     if (options.help) {
         QTextStream(stdout) << CommandLine::usage();
+        return 0;
+    }
+    if (options.version) {
+        QTextStream(stdout) << QCoreApplication::applicationName() << ' ' << QCoreApplication::applicationVersion() << '\n';
         return 0;
     }
 
@@ -129,12 +151,15 @@ int main(int argc, char *argv[])
         QStringList names;
         if (!TypeNames::of(pluginPath, &names, &error))
             return fail(QStringLiteral("the plug-in lists no type names: %1").arg(error));
-        if (options.describe)
+        if (options.listLong)
             names = TypeDescriptions::describe(names, TypeDescriptions::builtIn());
         for (const QString &name : qAsConst(names))
             out << name << QLatin1Char('\n');
         return 0;
     }
+
+    if (options.discovery())
+        return discover(options, factory, pluginPath);
 
     QFile file(options.panel);
     if (!file.open(QIODevice::ReadOnly))
@@ -142,16 +167,15 @@ int main(int argc, char *argv[])
     const QByteArray xml = file.readAll();
 
     ParameterDatabase *database = ParameterDatabase::instance();
-    const PanelChecker checker(typeLookup(factory),
-                               [database](const QString &model) { return database->hasModel(model); });
+    QStringList typeNames;
+    TypeNames::of(pluginPath, &typeNames, &error);
+    const PanelChecker checker = Linter::checker(factory, database, options.panel, typeNames);
     const QList<PanelChecker::Finding> findings = checker.check(xml);
     if (options.check) {
         QTextStream out(stdout);
-        for (const QString &line : PanelChecker::format(options.panel, findings))
-            out << line << '\n';
-        return PanelChecker::hasError(findings) ? 1 : 0;
+        return Linter::report(out, options.panel, findings, options.json);
     }
-    for (const QString &line : PanelChecker::format(options.panel, findings))
+    for (const QString &line : PanelChecker::format(options.panel, PanelChecker::collapse(findings)))
         err() << line << '\n';
     err().flush();
 
@@ -217,6 +241,18 @@ int main(int argc, char *argv[])
         return 0;
 
     QTextStream trace(stdout);
+    std::unique_ptr<PanelWatcher> watcher;
+    if (options.watch) {
+        const QString file = options.panel;
+        watcher.reset(new PanelWatcher(&host, panelFactory, file, checker, [file](const QList<PanelChecker::Finding> &f) {
+            const QList<PanelChecker::Finding> collapsed = PanelChecker::collapse(f);
+            for (const QString &line : PanelChecker::format(file, collapsed))
+                err() << line << '\n';
+            err() << file << ": " << PanelChecker::summary(collapsed) << '\n';
+            err().flush();
+        }));
+        QObject::connect(watcher.get(), &PanelWatcher::failed, [](const QString &message) { fail(message); });
+    }
     if (options.trace) {
         host.setEventSink([&trace](const QString &line) {
             trace << line << '\n';

@@ -1,4 +1,5 @@
 #include "ParameterDatabase.h"
+#include "HostData.h"
 
 #include "FrequencySteps.h"
 
@@ -119,7 +120,7 @@ ParameterDatabase *ParameterDatabase::instance()
     static ParameterDatabase *db = [] {
         auto *d = new ParameterDatabase;
         if (QCoreApplication::instance())
-            d->loadModels(QCoreApplication::applicationDirPath() + QLatin1String("/devices"));
+            d->loadModels(hostDataFolder(QStringLiteral("devices")));
         return d;
     }();
     return db;
@@ -596,6 +597,15 @@ bool ParameterDatabase::parameterExists(const QVariantMap &address) const
         return false;
     return specFor(address)
         || m_states.contains(stateKey(dev, text(address, Key::zone_uniq_id), text(address, Key::prmAddr)));
+}
+
+QString ParameterDatabase::positionOfText(const QVariantMap &address, const QString &text) const
+{
+    const ParameterDefinition *s = specFor(address);
+    double value = 0;
+    if (!s || !s->isNumeric() || !s->parse(text, &value))
+        return QString();
+    return ParameterDefinition::positionText(s->positionOf(value));
 }
 
 QString ParameterDatabase::convertDelay(const QVariantMap &address, const QString &unit, const QString &typed) const

@@ -79,6 +79,7 @@ public:
     bool parameterExists(const QVariantMap &address) const override;
     QString convertDelay(const QVariantMap &address, const QString &unit, const QString &text) const override;
     void setObserver(IParameterObserver *observer) override { m_observer = observer; }
+    QString positionOfText(const QVariantMap &address, const QString &text) const override;
 
 private:
     struct State

@@ -63,6 +63,18 @@ public:
     virtual QString convertDelay(const QVariantMap &address, const QString &unit, const QString &text) const = 0;
     //! The observer told about changes, or null for none.
     virtual void setObserver(IParameterObserver *observer) = 0;
+    /*!
+        The position ("ui_prm_val" text, 0 to 1) that \a text, a value typed
+        as a set-by-text request would take it, gives the parameter of
+        \a address; empty when the text is no value of it. Nothing is set.
+        Databases that cannot tell answer empty.
+    */
+    virtual QString positionOfText(const QVariantMap &address, const QString &text) const
+    {
+        Q_UNUSED(address)
+        Q_UNUSED(text)
+        return QString();
+    }
 };
 
 extern "C" {

@@ -24,8 +24,9 @@ public:
     Value() = default;
     Value(const Value &) = default;
     Value &operator=(const Value &) = default;
-    virtual ~Value() = default;
 
+    // The virtual operations below are binary interface, in this order:
+    // set is the first slot, the destructor comes after isEmpty.
     //! Stores \a text under \a key; false when the key already held exactly that text.
     virtual bool set(const QString &key, const QString &text);
     //! The text of \a key, or an empty string when absent. Never inserts.
@@ -38,6 +39,7 @@ public:
     virtual bool assign(const Value &other);
     //! True when there are no attributes; the payload does not count.
     virtual bool isEmpty() const;
+    virtual ~Value() = default;
 
     bool contains(const QString &key) const { return m_attributes.contains(key); }
     QVariant &payload() { return m_payload; }

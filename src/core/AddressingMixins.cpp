@@ -38,9 +38,14 @@ bool readSelector(BaseWidget &widget, const QDomElement &e, const QString &place
 
 bool ValueGate::readValues(const QDomElement &e)
 {
-    m_values = e.text().split(QLatin1Char(','), Qt::SkipEmptyParts);
-    for (QString &v : m_values)
-        v = v.trimmed();
+    // "Off, ,Bypass": parts that are empty once trimmed are dropped too.
+    m_values.clear();
+    const QStringList parts = e.text().split(QLatin1Char(','), Qt::SkipEmptyParts);
+    for (const QString &part : parts) {
+        const QString v = part.trimmed();
+        if (!v.isEmpty())
+            m_values.append(v);
+    }
     if (e.hasAttribute(QStringLiteral("range")))
         m_steps = e.attribute(QStringLiteral("range")).toShort();
     return true;

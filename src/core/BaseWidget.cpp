@@ -1,6 +1,7 @@
 #include "BaseWidget.h"
 
 #include "GridLayout.h"
+#include "Saturating.h"
 #include "data/ParameterKeys.h"
 
 #include <QAction>
@@ -42,6 +43,11 @@ BaseWidget::BaseWidget(IHostCore *hostCore, ParameterManagementRegistry *registr
     // QObject::property() needs the type registered.
     static const int alignmentType = qRegisterMetaType<Qt::Alignment>("Qt::Alignment");
     Q_UNUSED(alignmentType)
+    // The application's family, not the parent's: a control inside a panel
+    // with its own font still starts from the application's.
+    QFont f = font();
+    f.setFamily(QGuiApplication::font().family());
+    setFont(f);
     applyFont(zoomFactor());
 }
 
@@ -236,6 +242,9 @@ bool BaseWidget::applyAddressValues(const QList<QVariantMap> &values)
             changed |= value.set(Key::ui_prm_str, map.value(Key::ui_prm_str).toString());
             if (changed)
                 addressValueChanged(i);
+            // Painting also reads state the host keeps (active, mode).
+            if (repaintsOnMatch())
+                update();
         }
     }
     return true;
@@ -257,6 +266,10 @@ void BaseWidget::notifyValueChanged(const QVariantMap &parameter)
         }
         if (changed)
             addressValueChanged(i);
+        // Painting also reads state the host keeps (active, mode); Qt
+        // merges the repaints of one round.
+        if (repaintsOnMatch())
+            update();
     }
 }
 
@@ -298,18 +311,25 @@ bool BaseWidget::appendAddress(const QDomElement &e, const QString &addrType)
     return appendAddress(parseAddressKeys(e), addrType);
 }
 
+bool BaseWidget::completeDevice(QVariantMap &keys) const
+{
+    if (!keys.value(Key::dev_uniq_id).toString().isEmpty())
+        return true;
+    const QVariantMap owner = ownerDevice();
+    const QString device = owner.value(Key::dev_uniq_id).toString();
+    if (device.isEmpty())
+        return false;
+    keys.insert(Key::dev_uniq_id, device);
+    if (!keys.contains(Key::dev_model) && owner.contains(Key::dev_model))
+        keys.insert(Key::dev_model, owner.value(Key::dev_model));
+    return true;
+}
+
 bool BaseWidget::appendAddress(QVariantMap keys, const QString &addrType)
 {
     completeAddressKeys(keys);
-    if (keys.value(Key::dev_uniq_id).toString().isEmpty()) {
-        const QVariantMap owner = ownerDevice();
-        const QString device = owner.value(Key::dev_uniq_id).toString();
-        if (device.isEmpty())
-            return false;
-        keys.insert(Key::dev_uniq_id, device);
-        if (!keys.contains(Key::dev_model) && owner.contains(Key::dev_model))
-            keys.insert(Key::dev_model, owner.value(Key::dev_model));
-    }
+    if (!completeDevice(keys))
+        return false;
     if (!addrType.isEmpty())
         keys.insert(Key::AddrType, addrType);
 
@@ -347,6 +367,9 @@ void BaseWidget::rebindAddress(int index, const QVariantMap &keys)
         return;
     ParameterAddress &entry = m_addresses[index];
     QVariantMap bound = keys;
+    // Without any device the entry stays unregistered: a default manager
+    // registration could not be taken back (removals go to "Prm").
+    const bool hasDevice = completeDevice(bound);
     bool complete = true;
     bound.insert(Key::prmAddr, boundAddress(m_templates.at(index), &complete));
     if (!complete)
@@ -357,7 +380,7 @@ void BaseWidget::rebindAddress(int index, const QVariantMap &keys)
         unregisterAddress(entry);
     entry.setKeys(bound);
     entry.value() = Value();
-    m_registered[index] = entry.isValid() && registerAddress(entry);
+    m_registered[index] = hasDevice && entry.isValid() && registerAddress(entry);
     if (entry.isValid())
         readAddressValue(index);
     addressRebound(index);
@@ -513,27 +536,29 @@ QString BaseWidget::displayText(int index) const
 
 double BaseWidget::position(int index) const
 {
-    bool ok = false;
-    const double v = positionText(index).toDouble(&ok);
-    return ok ? v : 0.0;
+    double v = 0.0;
+    return Saturating::readPosition(positionText(index), &v) ? v : 0.0;
+}
+
+bool BaseWidget::hasPosition(int index) const
+{
+    double v = 0.0;
+    return Saturating::readPosition(positionText(index), &v);
 }
 
 int BaseWidget::stepOfPosition(int steps, int index) const
 {
     if (index < 0 || index >= m_addresses.size())
         return 0;
-    bool ok = false;
-    const double v = positionText(index).toDouble(&ok);
-    return ok ? int(v * steps + 0.5) : 0;
+    return Saturating::stepsOf(positionText(index), steps);
 }
 
 bool BaseWidget::isOff(int index) const
 {
     if (index < 0 || index >= m_addresses.size())
         return false;
-    bool ok = false;
-    const double v = positionText(index).toDouble(&ok);
-    return !ok || v <= 0.0;
+    double v = 0.0;
+    return !Saturating::readPosition(positionText(index), &v) || v <= 0.0;
 }
 
 // ---------------------------------------------------------------------------
@@ -726,12 +751,12 @@ void BaseWidget::mouseMoveEvent(QMouseEvent *event)
 
 QPoint BaseWidget::scaledPosition(const QPoint &design, float zoom) const
 {
-    return QPoint(int(design.x() * zoom), int(design.y() * zoom));
+    return QPoint(Saturating::pixels(design.x(), zoom), Saturating::pixels(design.y(), zoom));
 }
 
 QSize BaseWidget::scaledSize(const QSize &design, float zoom) const
 {
-    return QSize(int(design.width() * zoom), int(design.height() * zoom));
+    return QSize(Saturating::pixels(design.width(), zoom), Saturating::pixels(design.height(), zoom));
 }
 
 qreal BaseWidget::scaledPointSize(qreal designPointSize, float zoom) const
@@ -781,8 +806,13 @@ void BaseWidget::paintBase(QPainter &painter)
 
 QRect BaseWidget::parseRect(const QDomElement &e)
 {
-    return QRect(e.attribute(QStringLiteral("x")).toInt(), e.attribute(QStringLiteral("y")).toInt(),
-                 e.attribute(QStringLiteral("width")).toInt(), e.attribute(QStringLiteral("height")).toInt());
+    // Clamped to what a widget can be, so that right and bottom edges stay
+    // inside the int range however large the numbers in the file are.
+    const auto read = [&e](const char *name, int low) {
+        return int(qBound<qint64>(low, e.attribute(QLatin1String(name)).toLongLong(), Saturating::maxPixels));
+    };
+    return QRect(read("x", -Saturating::maxPixels), read("y", -Saturating::maxPixels), read("width", 0),
+                 read("height", 0));
 }
 
 QColor BaseWidget::parseColor(const QString &text, const QColor &fallback)
@@ -802,6 +832,13 @@ QColor BaseWidget::parseColor(const QString &text, const QColor &fallback)
 
 bool BaseWidget::readRect(const QDomElement &e)
 {
+    // All four numbers or nothing: <Rect/> leaves the geometry as it is.
+    for (const char *name : {"x", "y", "width", "height"}) {
+        bool ok = false;
+        e.attribute(QLatin1String(name)).toInt(&ok);
+        if (!ok)
+            return false;
+    }
     const QRect r = parseRect(e);
     m_designPosition = r.topLeft();
     m_designSize = r.size();

@@ -41,6 +41,8 @@ class QMouseEvent;
 class BaseWidget : public QWidget, public IWidgetCore
 {
     Q_OBJECT
+    // The meaning of each address index, for hosts and panelview --describe.
+    Q_CLASSINFO("Addresses", "0: the parameter the control shows and changes")
     Q_PROPERTY(bool highlight READ highlight WRITE setHighlight)
     Q_PROPERTY(bool active READ isActive WRITE setActive)
     Q_PROPERTY(bool dragEnabled READ dragEnabled WRITE setDragEnabled)
@@ -54,6 +56,25 @@ class BaseWidget : public QWidget, public IWidgetCore
 public:
     BaseWidget(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
     ~BaseWidget() override;
+
+    // Description handlers, in the order tags are registered. They are this
+    // class's first own virtual operations, in this order: binary interface.
+    virtual bool readRect(const QDomElement &e);
+    virtual bool readFocus(const QDomElement &e);
+    virtual bool readLayout(const QDomElement &e);
+    virtual bool readFont(const QDomElement &e);
+    virtual bool readFontSize(const QDomElement &e);
+    virtual bool readAddress(const QDomElement &e);
+    virtual bool readAddressList(const QDomElement &e);
+    virtual bool readDragEnabled(const QDomElement &e);
+    virtual bool readBaseAddress(const QDomElement &e);
+    virtual bool readReplaceParameterName(const QDomElement &e);
+    virtual bool readVisibleParameterName(const QDomElement &e);
+    virtual bool readContextMenuVisible(const QDomElement &e);
+    virtual bool readFindKey(const QDomElement &e);
+    virtual bool readRemoteControlList(const QDomElement &e);
+    virtual bool readTabOrder(const QDomElement &e);
+    virtual bool readFrontFocus(const QDomElement &e);
 
     static const TagTable &tags();
     virtual const TagTable &tagTable() const { return tags(); }
@@ -120,19 +141,24 @@ public:
     // Reading.
     virtual QString positionText(int index = 0) const;
     virtual QString displayText(int index = 0) const;
-    //! The position times \a steps, plus a half, truncated; 0 outside the list or for a non-number.
+    //! The position times \a steps, plus a half, truncated and clamped to the int range;
+    //! 0 outside the list or for a text that is not a finite number.
     virtual int stepOfPosition(int steps, int index = 0) const;
-    //! True when the position is not a number or is 0 or less; false outside the list.
+    //! True when the position is not a finite number or is 0 or less; false outside the list.
     virtual bool isOff(int index = 0) const;
     //! Re-reads the value of \a index from the host; true when it changed.
     virtual bool readAddressValue(int index);
-    //! The position text read as a number, 0 when it is not one.
+    //! The position text read as a number, 0 when it is not a finite one.
     double position(int index = 0) const;
+    //! True when the position text of \a index holds a finite number.
+    bool hasPosition(int index = 0) const;
 
     //! Parses, appends and registers one address; false when it names no device and the control has no owner.
     //! Addresses with an \a addrType (selectors) stay behind the others.
     bool appendAddress(const QDomElement &e, const QString &addrType = QString());
     bool appendAddress(QVariantMap keys, const QString &addrType = QString());
+    //! Fills an empty "dev_uniq_id" (and "dev_model") from the owner device; false when there is none.
+    bool completeDevice(QVariantMap &keys) const;
 
     // Selection.
     virtual bool selectAddress(int index, bool report = true);
@@ -146,24 +172,6 @@ public:
 
     //! Point size for a design size at the current zoom, corrected for the screen.
     qreal scaledPointSize(qreal designPointSize, float zoom) const;
-
-    // Description handlers, in the order tags are registered.
-    virtual bool readRect(const QDomElement &e);
-    virtual bool readFocus(const QDomElement &e);
-    virtual bool readLayout(const QDomElement &e);
-    virtual bool readFont(const QDomElement &e);
-    virtual bool readFontSize(const QDomElement &e);
-    virtual bool readAddress(const QDomElement &e);
-    virtual bool readAddressList(const QDomElement &e);
-    virtual bool readDragEnabled(const QDomElement &e);
-    virtual bool readBaseAddress(const QDomElement &e);
-    virtual bool readReplaceParameterName(const QDomElement &e);
-    virtual bool readVisibleParameterName(const QDomElement &e);
-    virtual bool readContextMenuVisible(const QDomElement &e);
-    virtual bool readFindKey(const QDomElement &e);
-    virtual bool readRemoteControlList(const QDomElement &e);
-    virtual bool readTabOrder(const QDomElement &e);
-    virtual bool readFrontFocus(const QDomElement &e);
 
     // Helpers for reading description elements.
     static QVariantMap parseAddressKeys(const QDomElement &e);
@@ -186,6 +194,8 @@ protected:
     virtual void addressValueChanged(int index);
     //! Called after the address at \a index was bound to another parameter.
     virtual void addressRebound(int index) { addressValueChanged(index); }
+    //! Whether a notification that matched an entry repaints even when its value stayed the same.
+    virtual bool repaintsOnMatch() const { return true; }
     //! The two texts reported when \a index is selected.
     virtual void selectionTexts(int index, QString &first, QString &second) const;
 

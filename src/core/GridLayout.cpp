@@ -1,4 +1,5 @@
 #include "GridLayout.h"
+#include "Saturating.h"
 
 #include <QDomElement>
 
@@ -9,9 +10,9 @@ GridLayout::GridLayout(const QDomElement &e, float zoom)
     if (ok && columns > 0)
         m_columns = columns;
     const int spacing = e.attribute(QStringLiteral("spacing")).toInt(&ok);
-    setSpacing(ok && spacing >= 0 ? int(spacing * zoom) : 0);
+    setSpacing(ok && spacing >= 0 ? Saturating::pixels(spacing, zoom) : 0);
     const int margin = e.attribute(QStringLiteral("margin")).toInt(&ok);
-    const int m = ok && margin >= 0 ? int(margin * zoom) : 0;
+    const int m = ok && margin >= 0 ? Saturating::pixels(margin, zoom) : 0;
     setContentsMargins(m, m, m, m);
 }
 

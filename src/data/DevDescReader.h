@@ -1,6 +1,8 @@
 #ifndef CORVANE_DEVDESCREADER_H
 #define CORVANE_DEVDESCREADER_H
 
+#include "ParameterKeys.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -63,7 +65,7 @@ private:
 };
 
 //! The folder of device descriptor files, relative to the application directory.
-constexpr QLatin1String deviceDescriptorFolder("descriptor/Common/Device");
+constexpr QLatin1String deviceDescriptorFolder = latin1Literal("descriptor/Common/Device");
 
 /*!
     The file extension of the speaker-processor library files of \a model:

@@ -43,10 +43,10 @@ struct ModelProfile
 };
 
 constexpr ModelProfile modelProfiles[] = {
-    { QLatin1String("Ferrule"), MeterRecord },
-    { QLatin1String("Pallas-Net"), OrvNamedRecord },
-    { QLatin1String("Tarsus"), MeterRecord },
-    { QLatin1String("Lintel"), NoSnapshotRecord },
+    { latin1Literal("Ferrule"), MeterRecord },
+    { latin1Literal("Pallas-Net"), OrvNamedRecord },
+    { latin1Literal("Tarsus"), MeterRecord },
+    { latin1Literal("Lintel"), NoSnapshotRecord },
 };
 
 int traitsOf(const QString &model)

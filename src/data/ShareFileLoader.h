@@ -15,7 +15,15 @@
 
     Segment layout: offset 0, 4 bytes: payload size N, 32-bit unsigned,
     little-endian; offset 4, N bytes: the file's bytes. The segment is
-    created with size N + 4 and zero-filled first.
+    created with size N + 4; the payload is written first and the count
+    last, so a count other than 0 always stands for a complete payload.
+
+    Qt's segment lock does not protect the contents on every platform (a
+    failed create() elsewhere can reset it), so readers rely on the count:
+    a reader that finds 0 in a segment larger than its header waits a
+    bounded time for the creator. A segment that no live creator vouches
+    for (left behind by a killed process) is served only when it matches
+    the file on disk; otherwise it is dropped and the file published anew.
 
     The transformed mode (a byte-wise conversion before publishing) is not
     implemented: a transformed loader that has to read the file itself
@@ -56,6 +64,14 @@ public:
     static int constructedCount();
 
 private:
+    enum class Segment { Ready, Unpublished, Stale, Unreadable };
+
+    bool readFile(QByteArray &bytes) const;
+    Segment readSegment(const char *&data, quint32 &size);
+    bool publish(const char *&data, quint32 &size);
+    bool segmentIsOrphan() const;
+    void dropSegment();
+
     QString m_path;
     bool m_transformed;
     QSharedMemory m_memory;

@@ -48,6 +48,14 @@ bool DisablePanelContainer::readDisableValue(const QDomElement &e)
     return true;
 }
 
+bool DisablePanelContainer::readBackgroundColor(const QDomElement &e)
+{
+    if (!ParameterText::readBackgroundColor(e))
+        return false;
+    m_backgroundGiven = true;
+    return true;
+}
+
 bool DisablePanelContainer::readStrValFlg(const QDomElement &e)
 {
     m_gate.readStringFlag(e);
@@ -175,7 +183,9 @@ void DisablePanelContainer::addressValueChanged(int index)
 void DisablePanelContainer::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), backgroundColor().alpha() > 0 ? backgroundColor() : defaultVeil);
+    const QColor veil = m_backgroundGiven ? backgroundColor() : defaultVeil;
+    if (veil.alpha() > 0)
+        painter.fillRect(rect(), veil);
     if (!m_text.isEmpty()) {
         // Drawn in the enabled colour: the container is disabled while it shows.
         painter.setPen(textColor());

@@ -53,6 +53,8 @@ public:
     virtual bool readDisableValue(const QDomElement &e);
     virtual bool readStrValFlg(const QDomElement &e);
     virtual bool readText(const QDomElement &e);
+    //! A given colour is used as it is, alpha 0 (a transparent blocker) included.
+    bool readBackgroundColor(const QDomElement &e) override;
 
 signals:
     void disablingChanged(bool on);
@@ -79,6 +81,7 @@ private:
     QString m_text;
     bool m_disabling = false;
     bool m_configuring = false;
+    bool m_backgroundGiven = false;
 };
 
 /*!

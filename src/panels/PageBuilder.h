@@ -23,9 +23,21 @@ namespace Panels {
 //! "prmAddr" and the value keys, which describe the owner's own parameter rather than the device it sits on.
 QVariantMap inheritedContext(const BaseWidget &owner);
 
-//! Builds the page \a page describes as a child of \a parent; null when there is nothing to build or it failed.
+//! How deep pages may nest inside pages.
+constexpr int maxPageDepth = 64;
+
+/*!
+    Builds the page \a page describes as a child of \a parent; null when there
+    is nothing to build or it failed. A page whose file is already being
+    built further out (a panel that includes itself, directly or through
+    other files) and pages nested deeper than maxPageDepth are refused with
+    a warning that names the cycle.
+*/
 QWidget *buildPage(IPanelFactory *factory, const QDomElement &page, BaseWidget *owner, QWidget *parent,
                    const QVariantMap &context);
+
+//! The include cycle \a file closes on \a chain ("a -> b -> a"), or empty when it closes none.
+QString cycleOf(const QStringList &chain, const QString &file);
 
 //! The host's panel factory, loaded once per process; null when the host offers none.
 IPanelFactory *sharedPanelFactory();

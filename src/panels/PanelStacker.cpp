@@ -121,14 +121,16 @@ QString PanelStacker::keyForValue() const
         return QString();
     const QString position = positionText(0);
     const QString display = displayText(0);
-    const bool hasValue = !position.isEmpty() || !display.isEmpty();
+    // Empty texts before the first value are a value not known yet (the
+    // default page stays); after it they select step 0 or the key "".
+    if (!m_valueArrived && position.isEmpty() && display.isEmpty())
+        return QString();
     if (m_stepCount >= 1)
-        return hasValue ? QString::number(stepOfPosition(m_stepCount, 0)) : QString();
+        return QString::number(stepOfPosition(m_stepCount, 0));
     if (m_divisor >= 1)
-        return hasValue ? QString::number(position.trimmed().toInt() / m_divisor) : QString();
-    // An empty text is a value not known yet, not a page.
+        return QString::number(position.trimmed().toInt() / m_divisor);
     const QString key = m_byText ? display : position;
-    return key.isEmpty() ? QString() : key;
+    return key.isNull() ? QString(QLatin1String("")) : key;
 }
 
 IPanelFactory *PanelStacker::panelFactory() const
@@ -143,12 +145,13 @@ QWidget *PanelStacker::createPage(const QString &key)
     const QDomElement listed = m_pageElements.value(key);
     if (!listed.isNull())
         return Panels::buildPage(factory, listed, this, this, context);
-    if (!m_filePattern.isEmpty()) {
-        QDomElement byName = m_store.keep(QDomDocument().createElement(QStringLiteral("Page")));
-        byName.setAttribute(QStringLiteral("file"), QString(m_filePattern).replace(QLatin1String("%1"), key));
-        return Panels::buildPage(factory, byName, this, this, context);
-    }
-    return nullptr;
+    const QString name = QString(m_filePattern).replace(QLatin1String("%1"), key).trimmed();
+    // A page without a file name would be built as an empty inline page.
+    if (m_filePattern.isEmpty() || name.isEmpty())
+        return nullptr;
+    QDomElement byName = m_store.keep(QDomDocument().createElement(QStringLiteral("Page")));
+    byName.setAttribute(QStringLiteral("file"), name);
+    return Panels::buildPage(factory, byName, this, this, context);
 }
 
 QWidget *PanelStacker::page(const QString &key) const
@@ -266,6 +269,8 @@ void PanelStacker::dropPages()
 void PanelStacker::addressValueChanged(int index)
 {
     BaseWidget::addressValueChanged(index);
+    if (index == 0 && (!positionText(0).isEmpty() || !displayText(0).isEmpty()))
+        m_valueArrived = true;
     if (index == 0)
         updatePage();
 }

@@ -48,6 +48,8 @@ class QStackedLayout;
 class PanelStacker : public BaseWidget
 {
     Q_OBJECT
+    // The meaning of each address index, for hosts and panelview --describe.
+    Q_CLASSINFO("Addresses", "0: the parameter whose value chooses the page")
     Q_PROPERTY(QString currentKey READ currentKey NOTIFY currentKeyChanged)
     Q_PROPERTY(int pageCount READ pageCount)
     Q_PROPERTY(QString pageKeys READ pageKeys)
@@ -125,6 +127,8 @@ private:
     bool m_preload = false;
     bool m_configuring = false;
     bool m_shown = false;
+    //! A value has arrived for the first address; from then on an empty text is a key too.
+    bool m_valueArrived = false;
     QString m_defaultKey;
     QString m_hint;
     QString m_filePattern;

@@ -1,4 +1,5 @@
 #include "panels_variants.h"
+#include "core/Saturating.h"
 
 #include <QMouseEvent>
 #include <QScrollArea>
@@ -33,7 +34,7 @@ void ScrollPanel::applyPanelSize(float zoom)
     // The panel never shrinks below its design size: past it, the area scrolls.
     const QSize design = page->property("designSize").toSize();
     if (design.isValid() && !design.isEmpty())
-        page->setMinimumSize(int(design.width() * zoom), int(design.height() * zoom));
+        page->setMinimumSize(Saturating::pixels(design.width(), zoom), Saturating::pixels(design.height(), zoom));
 }
 
 // ---------------------------------------------------------------------------

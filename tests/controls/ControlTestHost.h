@@ -79,8 +79,8 @@ inline bool key(QWidget *w, int key, Qt::KeyboardModifiers modifiers = Qt::NoMod
 } // namespace Input
 
 /*
-    A database that answers only the delay conversion, recording what it was
-    asked.
+    A database that answers only the delay conversion and value texts'
+    positions, recording what it was asked.
 */
 class ConversionDatabase : public IAbstractDB
 {
@@ -102,7 +102,15 @@ public:
         return answer;
     }
     void setObserver(IParameterObserver *) override { }
+    QString positionOfText(const QVariantMap &address, const QString &text) const override
+    {
+        asked = address;
+        askedTexts << text;
+        return positions.value(text);
+    }
 
+    QMap<QString, QString> positions; // value text to position text
+    mutable QStringList askedTexts;
     QString answer;
     mutable QVariantMap asked;
     mutable QString askedUnit;

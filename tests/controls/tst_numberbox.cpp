@@ -4,6 +4,7 @@
 
 #include <QPainter>
 #include <QSignalSpy>
+#include <QStackedWidget>
 #include <QtTest>
 
 using Input::key;
@@ -30,6 +31,21 @@ int countColour(const QImage &image, const QColor &colour, const QRect &area)
     }
     return n;
 }
+
+// Records what reaches the widget core's Control-click handling.
+class CoreRecordingBox : public NumberBox
+{
+public:
+    using NumberBox::NumberBox;
+    QList<QEvent::Type> controlClicks;
+
+protected:
+    void controlClick(QMouseEvent *event) override
+    {
+        controlClicks.append(event->type());
+        NumberBox::controlClick(event);
+    }
+};
 
 } // namespace
 
@@ -64,9 +80,15 @@ private slots:
     void editing();
     void editorLife();
     void editorFont();
+    void editorEndsOnHide_data();
+    void editorEndsOnHide();
     void drag_data();
     void drag();
     void controlPressGoesToCore();
+    void controlReleaseGoesToCore();
+    void horizontalDragRoundsTowardZero();
+    void textRectangle_data();
+    void textRectangle();
     void wheel_data();
     void wheel();
     void paint_data();
@@ -268,13 +290,75 @@ void tst_NumberBox::editorLife()
 
 void tst_NumberBox::editorFont()
 {
-    NumberBox *b = box();
+    // The editor starts from the box's own font (family, "FontSize" and
+    // zoom), so the text keeps its size when the edit starts.
     host.zoom = 2.0f;
-    key(b, Qt::Key_Return);
-    const qreal own = QApplication::font(b->editor()).pointSizeF();
-    const int dpi = b->editor()->logicalDpiX();
-    QCOMPARE(b->editor()->font().pointSizeF(), 2.0 * own * 96.0 / dpi);
+    NumberBox *b = box(QStringLiteral("0.5"), QStringLiteral("-6.0dB"), QStringLiteral("<FontSize>7</FontSize>"));
     host.zoom = 1.0f;
+    QCOMPARE(b->font().pointSizeF(), 14.0);
+    key(b, Qt::Key_Return);
+    QCOMPARE(b->editor()->font().pointSizeF(), 14.0);
+    QCOMPARE(b->editor()->font().family(), b->font().family());
+    QCOMPARE(b->font().family(), QApplication::font().family());
+}
+
+void tst_NumberBox::editorEndsOnHide_data()
+{
+    QTest::addColumn<bool>("pageSwitch");
+    QTest::newRow("box hidden") << false;
+    QTest::newRow("page switched away") << true;
+}
+
+void tst_NumberBox::editorEndsOnHide()
+{
+    QFETCH(bool, pageSwitch);
+    host.window.reset();
+    host.requests.clear();
+    host.parameters.clear();
+    host.setParameter(QStringLiteral("Ch/Gain"), QStringLiteral("0.5"), QStringLiteral("-6.0dB"));
+    auto *pages = new QStackedWidget;
+    auto *page = new QWidget;
+    pages->addWidget(page);
+    pages->addWidget(new QWidget);
+    auto *b = host.make<NumberBox>(QStringLiteral("<Rect x=\"10\" y=\"10\" width=\"80\" height=\"24\"/>")
+                                   + QLatin1String(gainAddress));
+    pages->setParent(host.window.get());
+    pages->setGeometry(0, 0, 200, 100);
+    b->setParent(page);
+    pages->show();
+    b->show();
+    b->setFocus();
+
+    key(b, Qt::Key_Return);
+    LineEdit *editor = b->editor();
+    QVERIFY(editor && editor->isVisible());
+    QTest::keyClicks(editor, QStringLiteral("7"));
+    QCOMPARE(QWidget::mouseGrabber(), editor);
+
+    if (pageSwitch)
+        pages->setCurrentIndex(1);
+    else
+        b->hide();
+    // Ended as a focus loss ends it: committed once, grab released.
+    QCOMPARE(host.requests.size(), 1);
+    QCOMPARE(host.requests.at(0).kind, 1);
+    QCOMPARE(host.requests.at(0).arg("ui_prm_str"), QStringLiteral("7"));
+    QVERIFY(QWidget::mouseGrabber() != editor);
+
+    if (pageSwitch)
+        pages->setCurrentIndex(0);
+    else
+        b->show();
+    QVERIFY(b->isVisible());
+    QVERIFY(!editor->isVisible());
+    QVERIFY(!b->isEditing());
+    QVERIFY(QWidget::mouseGrabber() != editor);
+
+    // The next drag reaches the box.
+    mouse(b, QEvent::MouseButtonPress, QPoint(40, 12));
+    QVERIFY(b->isDragging());
+    mouse(b, QEvent::MouseButtonRelease, QPoint(40, 12));
+    QCOMPARE(host.requests.size(), 1);
 }
 
 void tst_NumberBox::drag_data()
@@ -361,6 +445,76 @@ void tst_NumberBox::controlPressGoesToCore()
     QVERIFY(b->highlight());
     mouse(b, QEvent::MouseButtonRelease, QPoint(40, 2), Qt::LeftButton, Qt::ControlModifier);
     QVERIFY(host.requests.isEmpty());
+}
+
+void tst_NumberBox::controlReleaseGoesToCore()
+{
+    host.window.reset();
+    host.requests.clear();
+    host.setParameter(QStringLiteral("Ch/Gain"), QStringLiteral("0.5"), QStringLiteral("-6.0dB"));
+    auto *b = host.make<CoreRecordingBox>(QStringLiteral("<Rect x=\"10\" y=\"10\" width=\"80\" height=\"24\"/>")
+                                          + QLatin1String(gainAddress));
+    mouse(b, QEvent::MouseButtonPress, QPoint(40, 12));
+    mouse(b, QEvent::MouseMove, QPoint(40, 2));
+    QCOMPARE(host.requests.size(), 1);
+    mouse(b, QEvent::MouseButtonRelease, QPoint(40, 2), Qt::LeftButton, Qt::ControlModifier);
+    QCOMPARE(b->controlClicks, QList<QEvent::Type>{QEvent::MouseButtonRelease});
+    QVERIFY(!b->isDragging());
+    QCOMPARE(host.requests.size(), 1); // no release request of the drag
+}
+
+void tst_NumberBox::horizontalDragRoundsTowardZero()
+{
+    // (y - x) / 2 as integers: (12 - 41) / 2 is -14, not -15, so one pixel
+    // to the right is already a step.
+    NumberBox *b = box();
+    b->setHorizontalDrag(true);
+    mouse(b, QEvent::MouseButtonPress, QPoint(41, 12));
+    QMouseEvent move(QEvent::MouseMove, QPoint(42, 12), b->mapToGlobal(QPoint(42, 12)), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(b, &move);
+    mouse(b, QEvent::MouseButtonRelease, QPoint(42, 12));
+    QStringList got;
+    for (const ControlTestHost::Request &r : host.requests)
+        got << r.arg("ui_prm_val") + QLatin1Char('/') + r.arg("set_prm_type");
+    QCOMPARE(got, QStringList({"0.503333/1", "0.503333/0"}));
+}
+
+void tst_NumberBox::textRectangle_data()
+{
+    QTest::addColumn<QString>("alignment");
+    QTest::newRow("left, top") << "Left";
+    QTest::newRow("left, centred") << "Left VCenter";
+    QTest::newRow("centred") << "";
+}
+
+// The text is drawn inside (0, 1, width, height - 1).
+void tst_NumberBox::textRectangle()
+{
+    QFETCH(QString, alignment);
+    host.parameters.clear();
+    host.setParameter(QStringLiteral("Ch/Gain"), QStringLiteral("0.5"), QStringLiteral("-6.0dB"));
+    QString xml = QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"90\" height=\"21\"/>"
+                                 "<BackgroundColor>0,0,80</BackgroundColor><FontSize>12</FontSize>")
+        + QLatin1String(gainAddress);
+    if (!alignment.isEmpty())
+        xml += QStringLiteral("<TextAlignment>%1</TextAlignment>").arg(alignment);
+    auto *b = host.make<NumberBox>(xml);
+
+    QImage shown(b->size(), QImage::Format_ARGB32);
+    shown.fill(Qt::white);
+    b->render(&shown);
+
+    QImage expected(b->size(), QImage::Format_ARGB32);
+    expected.fill(Qt::white);
+    {
+        QPainter p(&expected);
+        p.fillRect(expected.rect(), QColor(0, 0, 80));
+        p.setFont(b->font());
+        p.setPen(NumberBox::enabledTextColor);
+        p.drawText(QRect(0, 1, b->width(), b->height() - 1), int(b->textAlignment()), QStringLiteral("-6.0dB"));
+    }
+    QCOMPARE(shown, expected);
 }
 
 void tst_NumberBox::wheel_data()

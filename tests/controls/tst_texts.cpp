@@ -59,6 +59,7 @@ private slots:
     void hexShowsBytes();
     void hexTyping_data();
     void hexTyping();
+    void textEditorEndsOnHide();
 };
 
 void tst_Texts::valueText_data()
@@ -319,6 +320,28 @@ void tst_Texts::hexTyping()
         QCOMPARE(host.requests.size(), 1);
         QCOMPARE(host.requests.at(0).arg("ui_prm_str"), result.trimmed());
     }
+}
+
+void tst_Texts::textEditorEndsOnHide()
+{
+    reset();
+    host.setParameter(QStringLiteral("Name"), QStringLiteral("0"), QStringLiteral("Mic 1"));
+    auto *t = host.make<ParameterText>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"120\" height=\"24\"/>"
+                                                      "<Address prmAddr=\"Name\"/><ReadOnly>false</ReadOnly>"));
+    t->setFocus();
+    key(t, Qt::Key_Return);
+    QVERIFY(t->isEditing());
+    LineEdit *editor = t->editor();
+    editor->setText(QStringLiteral("Podium"));
+    QCOMPARE(QWidget::mouseGrabber(), editor);
+
+    t->hide();
+    QCOMPARE(host.requests.size(), 1);
+    QCOMPARE(host.requests.at(0).arg("ui_prm_str"), QStringLiteral("Podium"));
+    QVERIFY(QWidget::mouseGrabber() != editor);
+    t->show();
+    QVERIFY(!t->isEditing());
+    QVERIFY(QWidget::mouseGrabber() != editor);
 }
 
 QTEST_MAIN(tst_Texts)

@@ -154,6 +154,8 @@ void tst_ParameterManagement::categoryOfPrefix_data()
     QTest::newRow("local") << "Local:ChSel" << "Local";
     QTest::newRow("preference") << "Preference:Unit" << "Preference";
     QTest::newRow("editor") << "Editor:Page" << "Editor";
+    QTest::newRow("editor needs its colon") << "Editor/Page" << "Prm";
+    QTest::newRow("meter needs its colon") << "MeterIn/Level" << "Prm";
     QTest::newRow("lower-case meter") << "meter:In/Level" << "Prm";
     QTest::newRow("prefix inside") << "Ch/Meter:Level" << "Prm";
     QTest::newRow("empty") << "" << "Prm";

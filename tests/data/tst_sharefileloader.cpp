@@ -1,15 +1,18 @@
 // The shared-memory file loader.
 #include "data/ShareFileLoader.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSharedMemory>
 #include <QTemporaryDir>
+#include <QThread>
 #include <QtEndian>
 #include <QtTest>
 
 #include <memory>
+#include <vector>
 
 #ifndef SHM_READER_PATH
 #error "SHM_READER_PATH names the helper executable"
@@ -33,6 +36,74 @@ bool segmentExists(const QString &key)
         return false;
     probe.detach();
     return true;
+}
+
+// File contents that differ in length and bytes from round to round.
+QByteArray roundContent(int round, int size)
+{
+    QByteArray b(size, Qt::Uninitialized);
+    quint32 x = 2654435761u * quint32(round + 1);
+    for (int i = 0; i < size; ++i) {
+        x = x * 1664525u + 1013904223u;
+        b[i] = char(x >> 24);
+    }
+    return b;
+}
+
+QByteArray digestLine(const QByteArray &content)
+{
+    return "ok " + QByteArray::number(content.size()) + ' '
+        + QCryptographicHash::hash(content, QCryptographicHash::Sha1).toHex();
+}
+
+struct Outcome
+{
+    int full = 0;
+    int noData = 0;
+    QByteArrayList wrong;
+};
+
+// Starts \a count helpers on \a path, lets them load at the same moment
+// and sorts their answers against \a expected.
+Outcome loadTogether(const QString &path, const QString &gate, int count,
+                     const QByteArray &expected, QProcess *victim = nullptr,
+                     int victimDelayMs = 0)
+{
+    std::vector<std::unique_ptr<QProcess>> helpers;
+    for (int i = 0; i < count; ++i) {
+        helpers.push_back(std::make_unique<QProcess>());
+        helpers.back()->start(QStringLiteral(SHM_READER_PATH),
+                              { path, QStringLiteral("--digest"), QStringLiteral("--gate"), gate });
+    }
+    if (victim)
+        victim->start(QStringLiteral(SHM_READER_PATH),
+                      { path, QStringLiteral("--digest"), QStringLiteral("--hold"),
+                        QStringLiteral("--gate"), gate });
+    for (auto &h : helpers)
+        h->waitForStarted(30000);
+    if (victim)
+        victim->waitForStarted(30000);
+    writeFile(gate, "go");
+    if (victim) {
+        QThread::msleep(ulong(victimDelayMs));
+        victim->kill(); // SIGKILL: no destructor, no detach
+        victim->waitForFinished(30000);
+    }
+
+    Outcome outcome;
+    const QByteArray want = digestLine(expected);
+    for (auto &h : helpers) {
+        h->waitForFinished(60000);
+        const QByteArray line = h->readAllStandardOutput().trimmed();
+        if (line == want)
+            ++outcome.full;
+        else if (line == "nodata")
+            ++outcome.noData;
+        else
+            outcome.wrong.append(line.left(80));
+    }
+    QFile::remove(gate);
+    return outcome;
 }
 
 } // namespace
@@ -310,6 +381,88 @@ private slots:
         QByteArray shared;
         QVERIFY(transformed.load(shared));
         QCOMPARE(shared, QByteArray("plain"));
+    }
+
+    // A segment whose creator was killed before it wrote the count: the
+    // readers must neither hand out its half payload nor wait on it for
+    // ever; they publish the file again.
+    void creatorKilledWhileWriting()
+    {
+        const QByteArray content = roundContent(100, 300000);
+        const QString path = newFile(content);
+        QProcess planter;
+        planter.start(QStringLiteral(SHM_READER_PATH), { path, QStringLiteral("--plant-half") });
+        QVERIFY(planter.waitForStarted(30000));
+        QTRY_VERIFY_WITH_TIMEOUT(planter.canReadLine() || planter.waitForReadyRead(100), 30000);
+        QCOMPARE(planter.readLine().trimmed(), QByteArray("planted"));
+        planter.kill();
+        QVERIFY(planter.waitForFinished(30000));
+        // Stays attached: detaching the last view would remove the segment.
+        QSharedMemory left(path);
+        QVERIFY(left.attach(QSharedMemory::ReadOnly));
+
+        const Outcome outcome = loadTogether(path, dir.filePath("gate-planted"), 8, content);
+        QVERIFY2(outcome.wrong.isEmpty(), outcome.wrong.join('\n').constData());
+        QVERIFY(outcome.full > 0);
+
+        shareFileLoader loader(path, false);
+        QByteArray bytes;
+        QVERIFY(loader.load(bytes));
+        QCOMPARE(bytes, content);
+    }
+
+    // A holder killed after it published keeps the segment alive with the
+    // old file; once the file has changed, that copy must not be served.
+    void killedHolderLeavesNoStaleFile()
+    {
+        const QString path = newFile(roundContent(200, 5000));
+        QProcess holder;
+        holder.start(QStringLiteral(SHM_READER_PATH), { path, QStringLiteral("--hold") });
+        QVERIFY(holder.waitForStarted(30000));
+        QTRY_VERIFY_WITH_TIMEOUT(holder.canReadLine() || holder.waitForReadyRead(100), 30000);
+        QVERIFY(holder.readLine().startsWith("ok "));
+        holder.kill();
+        QVERIFY(holder.waitForFinished(30000));
+        QSharedMemory left(path);
+        QVERIFY(left.attach(QSharedMemory::ReadOnly));
+
+        const QByteArray content = roundContent(201, 7000);
+        QVERIFY(writeFile(path, content));
+        shareFileLoader loader(path, false);
+        QByteArray bytes;
+        QVERIFY(loader.load(bytes));
+        QCOMPARE(bytes, content);
+    }
+
+    // Eight processes load one file for the first time at once, round after
+    // round; between rounds the file is rewritten with another length, and
+    // in most rounds a ninth loader is killed at some point of its load.
+    // Every answer is the round's file or the loser's empty success.
+    void concurrentFirstLoads()
+    {
+        const QString path = dir.filePath(QStringLiteral("contended.bin"));
+        int full = 0, noData = 0;
+        for (int round = 0; round < 12; ++round) {
+            const QByteArray content = roundContent(round, 4 * 1024 * 1024 - round * 40961);
+            QVERIFY(writeFile(path, content));
+            QProcess victim;
+            const bool kill = round % 4 != 3;
+            const Outcome outcome = loadTogether(path, dir.filePath(QStringLiteral("gate")), 8, content,
+                                                 kill ? &victim : nullptr, (round * 7) % 25);
+            QVERIFY2(outcome.wrong.isEmpty(),
+                     qPrintable(QStringLiteral("round %1: %2").arg(round)
+                                .arg(QString::fromLatin1(outcome.wrong.join(" | ")))));
+            full += outcome.full;
+            noData += outcome.noData;
+        }
+        qInfo("%d full loads, %d losers without data", full, noData);
+        QVERIFY(full >= 12);
+
+        // The last victim's segment, taken over and released.
+        shareFileLoader last(path, false);
+        QByteArray bytes;
+        QVERIFY(last.load(bytes));
+        QCOMPARE(bytes.size(), 4 * 1024 * 1024 - 11 * 40961);
     }
 
     void creationFailureIsSuccessWithoutData()

@@ -1,7 +1,7 @@
-# panelview --list-types --describe: every name carries its line from a family page.
-execute_process(COMMAND "${PANELVIEW}" --list-types --describe OUTPUT_VARIABLE out RESULT_VARIABLE rc)
+# panelview --list-types --long: every name carries its line from a family page.
+execute_process(COMMAND "${PANELVIEW}" --list-types --long OUTPUT_VARIABLE out RESULT_VARIABLE rc)
 if(NOT rc EQUAL 0)
-    message(FATAL_ERROR "--list-types --describe ended with ${rc}")
+    message(FATAL_ERROR "--list-types --long ended with ${rc}")
 endif()
 string(REGEX REPLACE "\n$" "" out "${out}")
 string(REPLACE ";" "," out "${out}")

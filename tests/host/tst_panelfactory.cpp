@@ -24,6 +24,7 @@ private slots:
     void buildsNamedScaledControls();
     void contextFillsAddresses();
     void unknownTypesAreReported();
+    void controlsPerPageAreLimited();
     void panelByName();
 
 private:
@@ -116,6 +117,23 @@ void tst_PanelFactory::unknownTypesAreReported()
     QVERIFY(page);
     QCOMPARE(m_factory.lastProblems(), QStringList{"line 2: no widget type \"Knobb\""});
     QVERIFY(page->findChild<QWidget *>("d"));
+}
+
+void tst_PanelFactory::controlsPerPageAreLimited()
+{
+    // One more than a page holds; Qt would paint a hundred thousand siblings
+    // recursively until the stack ran out.
+    QString xml = QStringLiteral("<Panel width='10' height='10'>\n");
+    for (int i = 0; i <= PanelFactory::maxControlsPerPage; ++i)
+        xml += QStringLiteral("<Widget type='Dial' name='l%1'/>\n").arg(i);
+    xml += QStringLiteral("</Panel>");
+    QScopedPointer<QWidget> page(build(xml));
+    QVERIFY(page);
+    QCOMPARE(page->children().size(), PanelFactory::maxControlsPerPage);
+    QVERIFY(page->findChild<QWidget *>(QStringLiteral("l%1").arg(PanelFactory::maxControlsPerPage - 1)));
+    QCOMPARE(m_factory.lastProblems(),
+             QStringList{QStringLiteral("line %1: more than %2 controls on one page; the rest are left out")
+                             .arg(PanelFactory::maxControlsPerPage + 2).arg(PanelFactory::maxControlsPerPage)});
 }
 
 void tst_PanelFactory::panelByName()

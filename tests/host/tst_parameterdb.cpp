@@ -48,6 +48,8 @@ private slots:
     void malformedModels_data();
     void malformedModels();
     void repeatExpandsAddresses();
+    void positionOfText_data();
+    void positionOfText();
     void convertDelay_data();
     void convertDelay();
     void queryAnswersEveryDeviceOfTheModel();
@@ -267,6 +269,35 @@ void tst_ParameterDB::repeatExpandsAddresses()
     QVERIFY(db.request(at("d", "Ch3/Band2"), 0, {{"ui_prm_val", "1"}}));
     QCOMPARE(read(db, "Ch3/Band2", "ui_prm_str"), QStringLiteral("3"));
     QVERIFY(!db.parameterExists(at("d", "Ch4/Band1")));
+}
+
+void tst_ParameterDB::positionOfText_data()
+{
+    QTest::addColumn<QString>("prmAddr");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("position");
+    QTest::newRow("on the curve") << "F" << "0 dB" << "0.84375";
+    QTest::newRow("without unit") << "F" << "-20" << "0.5";
+    QTest::newRow("minus infinity") << "F" << "-inf" << "0";
+    QTest::newRow("clamped") << "F" << "40 dB" << "1";
+    QTest::newRow("no value") << "F" << "loud" << "";
+    QTest::newRow("an option") << "O" << "B" << "0.5";
+    QTest::newRow("text parameter") << "T" << "x" << "";
+    QTest::newRow("unknown parameter") << "Nope" << "1" << "";
+}
+
+void tst_ParameterDB::positionOfText()
+{
+    QFETCH(QString, prmAddr);
+    QFETCH(QString, text);
+    QFETCH(QString, position);
+    ParameterDatabase db;
+    QVERIFY(setUp(db, "<Parameter address=\"F\" type=\"level\" min=\"-138\" max=\"10\" default=\"-6\" inf=\"true\""
+                      " curve=\"0:-138 0.05:-80 0.25:-40 0.5:-20 0.75:-6 1:10\"/>"
+                      "<Parameter address=\"O\" type=\"options\" options=\"A|B|C\"/><Parameter address=\"T\" type=\"text\"/>"));
+    const QString before = read(db, prmAddr, "ui_prm_val");
+    QCOMPARE(db.positionOfText(at("d", prmAddr), text), position);
+    QCOMPARE(read(db, prmAddr, "ui_prm_val"), before); // nothing is set
 }
 
 void tst_ParameterDB::convertDelay_data()

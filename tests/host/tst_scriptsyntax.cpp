@@ -1,3 +1,4 @@
+#include "JsonWriter.h"
 #include "ScriptSyntax.h"
 
 #include <QtTest>
@@ -15,6 +16,8 @@ private slots:
     void modifiers();
     void keys_data();
     void keys();
+    void jsonNumbers_data();
+    void jsonNumbers();
 };
 
 void tst_ScriptSyntax::tokenize_data()
@@ -32,6 +35,7 @@ void tst_ScriptSyntax::tokenize_data()
     QTest::newRow("comment") << "wait 10 # let the timer fire" << QStringList{"wait", "10"} << true;
     QTest::newRow("comment line") << "   # nothing" << QStringList() << true;
     QTest::newRow("hash in quotes") << "echo \"#1\" # c" << QStringList{"echo", "#1"} << true;
+    QTest::newRow("hash glued to a token") << "echo a#b c" << QStringList{"echo", "a"} << true;
     QTest::newRow("unterminated") << "echo \"open" << QStringList() << false;
     QTest::newRow("escaped closing quote") << R"(echo "a\")" << QStringList() << false;
 }
@@ -106,6 +110,27 @@ void tst_ScriptSyntax::keys()
         QCOMPARE(k, key);
         QCOMPARE(t, text);
     }
+}
+
+// Numbers in panelview's output: whole numbers as integers, others with 12
+// significant digits.
+void tst_ScriptSyntax::jsonNumbers_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("whole") << 42.0 << "42";
+    QTest::newRow("negative whole") << -3.0 << "-3";
+    QTest::newRow("third") << 1.0 / 3.0 << "0.333333333333";
+    QTest::newRow("seven digits") << 1.2345678 << "1.2345678";
+    QTest::newRow("twelve digits") << 0.123456789012 << "0.123456789012";
+    QTest::newRow("thirteenth digit rounds") << 2.0000000000004 << "2";
+    QTest::newRow("not finite") << qInf() << "null";
+}
+
+void tst_ScriptSyntax::jsonNumbers()
+{
+    QFETCH(double, value);
+    QTEST(Json::number(value), "text");
 }
 
 QTEST_GUILESS_MAIN(tst_ScriptSyntax)

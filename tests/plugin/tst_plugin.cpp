@@ -3,6 +3,7 @@
 #include <corvane/IWidgetCore.h>
 #include <corvane/IWidgetFactory.h>
 #include <corvane/ParameterManagement.h>
+#include <corvane/Version.h>
 
 #include "support/RecordingHost.h"
 
@@ -10,6 +11,7 @@
 #include <QJsonArray>
 #include <QLibrary>
 #include <QPluginLoader>
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -17,6 +19,89 @@
     The plug-in as a host sees it: loaded with QPluginLoader, reached only
     through the SDK's interfaces and its exported functions.
 */
+namespace {
+
+// Every type name the factory knows, in the order of its chain.
+const char *const expectedTypeNames[] = {
+    // Buttons
+    "Button", "SelectButton", "SelectButtonWithMessage", "DeviceStatusSelectButton", "FlatButton",
+    "FbsButton", "FbsFlatButton", "ChannelSelectButton", "ParentPanelButton", "MatrixButton",
+    "BrioCreateEditorButton", "BrioCreateEditorHideButton", "ChannelSelectFlatButton",
+    "ChannelSelectLibraryRecallButton", "ChannelSelectLibraryRecallButtonFIR",
+    "ChannelSelectLibraryStoreButton", "ChannelSelectLibraryStoreButtonFIR", "ChannelSelectSelectButton",
+    "EquivalentButton", "FixedTriggerButton", "ProtectButton", "SpeakerChannelSelectButton", "SpeakerButton",
+    "TuningZoneSoloButton", "BandSharingButton", "BandSharingFlatButton", "BandSharingMatchValueButton",
+    "BandSharingSelectButton", "TuningZoneButton", "TuningZoneMasterResetButton", "TuningZoneStepButton",
+    "SpeakerSelectButton", "SpeakerEquivalentButton", "SpeakerFlatButton", "SpeakerGuidSelectButton",
+    "SpeakerLibraryRecallButton", "SpeakerLibraryStoreButton", "SpeakerPortNameButton",
+    "GroupEditorConfirmButton", "MatrixMixerToolButton", "ChildWindowButton", "QuayPatchPasteButton",
+    "FbsDetectControlButton", "StepButton", "BlinkButton", "ResetButton", "ProbeOnButton", "SendTestButton",
+    "MatrixMixerButton", "BrioMatrixButton", "AecInputPortSelButton", "AecOutputPortSelButton",
+    "FbsDetectButton", "BrioMatrixMixerButton", "AudioCodecButton", "PairButton", "SDPlayButton",
+    "SDListButton", "VelaMatrixMixerButton", "CreateEditorButton", "ChangeEnableButton", "RejectFocusButton",
+    "TapTempoButton", "MatchValueButton", "ReturnButton", "TmpLinkRegisterButton",
+    // Dials
+    "Dial", "ChannelSelectDial", "TuningZoneDial", "SpeakerDial", "HideDial", "DelayMatrixDial", "BeamDial",
+    "BeamConvertDial", "DirectionDial", "ControlFaderDial", "RejectFocusDial",
+    // Panels
+    "PanelContainer", "DisablePanelContainer", "DisablePanelMulti", "DragPanel", "PanelStacker",
+    "ProtectPanelStacker", "ChannelSelectPanelStacker", "ChannelSelectDragPanel", "TuningZonePanelContainer",
+    "TuningZonePanelStacker", "TuningZoneDevicePanelStacker", "BandSharingPanelStacker",
+    "SpeakerPanelContainer", "SpeakerPanelStacker", "SpeakerProtectPanelStacker", "SpeakerTypePanelContainer",
+    "SpeakerDragPanel", "ScrollPanel", "AutomixerGroupController",
+    // Faders and indicators
+    "Fader", "TuningZoneFader", "TuningZoneMatchFader", "GeqFader", "MatrixMixerFader", "HorizontalFader",
+    "HaloFader", "BrioMatrixMixerFader", "BrioAecMicFader", "VelaMatrixMixerFader", "LevelScalePointer",
+    "ChannelSelectFader", "Indicator", "RedundantIndicator", "ChannelSelectIndicator", "TuningZoneIndicator",
+    "BandSharingIndicator", "TuningZoneOrIndicator", "TuningZoneXorIndicator", "SpeakerIndicator",
+    "ChannelNumberIndicator", "LockIndicator", "SrcIndicator", "WordClockIndicator", "FbsIndicator",
+    // Images and frames
+    "Image", "ParameterImage", "ChannelSelectParameterImage", "ChannelSelectParameterGreaterThanImage",
+    "SpeakerColorImage", "SpeakerParameterGreaterThanImage", "SelectFrame", "ParameterColor", "BeamArea",
+    "ImageStacker", "MicDirection", "AudioCodecStatus",
+    // Number boxes and texts
+    "NumberBox", "Text", "ParameterText", "OnlineText", "ImpedanceText", "BandWidthNumberBox",
+    "DelaySubTimeNumberBox", "ChannelSelectBandWidthNumberBox", "ChannelSelectDelaySubTimeNumberBox",
+    "ChannelSelectNumberBox", "ChannelSelectOnOffText", "ChannelSelectParameterText", "TitleText",
+    "ChannelSelectThresholdVText", "InformationText", "BandSharingTextArea", "TuningZoneBandWidthNumberBox",
+    "TuningZoneMasterDelaySubTimeNumberBox", "TuningZoneMasterNumberBox", "TuningZoneNumberBox",
+    "SpeakerNumberBox", "SpeakerDelaySubTimeNumberBox", "SpeakerBandWidthNumberBox", "SpeakerParameterText",
+    "SpeakerOnOffText", "SpeakerThresholdVText", "ValueText", "GcNumberBox", "CardName", "SlotPortNumber",
+    "ClockSource", "CurrentPattern", "AbstractValueText", "FbsValueText", "MaxChText", "RoomLabel",
+    "IPAddressTextBox", "HexTextBox", "AsciiTextBox", "MatrixMixerNumberBox", "MatrixMixerParameterText",
+    "DelayMatrixSubTimeNumberBox", "HaloNumberBox", "RevTimeNumberBox", "HideNumberBox", "BrioMatrixPan",
+    "BrioMatrixPanNumberBox", "BrioBandWidthNumberBox", "BrioMatrixMixerParameterText",
+    "BrioMatrixMixerNumberBox", "VelaMatrixMixerNumberBox", "BeamNumberBox", "BeamConvertNumberBox",
+    "DirectionNumberBox", "ValidateTextBox", "VelaMatrixPan", "VelaMatrixPanNumberBox", "MeterValueNumberBox",
+    "RejectFocusNumberBox", "RejectFocusParameterText", "FixedScaleDelaySubTimeNumberBox",
+    // Meters, grids and matrices
+    "Meter", "ChannelSelectMeter", "ChannelSelectMeterGR", "SpeakerMeter", "SpeakerMeterGR", "GRMeter",
+    "PallasGRMeter", "PeakMeter", "IndicatorStyleMeter", "BorderMeter", "MatrixGrid", "RouterGrid",
+    "MatrixMixer", "BrioMatrixMixer", "Router", "BrioRouter", "RoomCombine", "DelayMatrix", "QuaySlotPatch",
+    "BrioOutputPatch", "VelaMatrixMixer", "BrioOscillatorRouter", "BrioZoneGroup", "PallasMatrixMixer",
+    "PallasDelayMatrix", "OstraMatrixMixer", "OstraDelayMatrix", "OstraZoneGroup", "FenRouter", "KiteRouter",
+    // Combo boxes
+    "ComboBox", "PrmViewComboBox", "KeyInMultiComboBox", "ProbeMonitorComboBox", "ChannelSelectComboBox",
+    "TuningZoneComboBox", "TuningZoneDeviceComboBox", "SpeakerComboBox", "CardSelector",
+    "BrioAddressComboBox", "VelaAddressComboBox", "ValueTextComboBox", "SDPlayComboBox", "AlertComboBox",
+    "RejectFocusComboBox", "CategoryComboBox", "PhonesComboBox", "EffectiveMicComboBox",
+    // Graphs
+    "ParametricEqualizerGraphBack", "ParametricEqualizerGraph", "BrioParametricEqualizerGraph",
+    "GraphControlPoint", "PeqGraphControlPoint", "HpfGraphControlPoint", "SpeakerProcessorGraph",
+    "SpeakerProcessorPhaseGraph", "ProtectSpeakerProcessorGraph", "ProtectSpeakerProcessorPhaseGraph",
+    "SpeakerProcessorGraphBack", "SpeakerProcessorPeqGraph", "SpeakerProcessorPeqGraphBack",
+    "SpeakerProcessorPeqPhaseGraphBack", "SpeakerProcessorPeqPhaseGraph", "SpeakerProcessorPhaseGraphBack",
+    "TuningZoneGraphControlPoint", "SpeakerEditorGraph", "SpeakerEditorPhaseGraph", "SpeakerEditorPeqGraph",
+    "SpeakerEditorPeqPhaseGraph", "SpeakerGraphControlPoint", "Graph", "GraphicEqualizerGraph", "Halo3DGraph",
+    "TrackingArea",
+    // Switchers, scales and the rest
+    "Switcher", "ChannelSelectSwitcher", "SpeakerSwitcher", "GraphSppHScale", "GraphSppVScalePhase",
+    "GraphSppVScaleSP", "GraphSppVScalePEQ", "MeterScaleGR", "MeterScaleVoltage", "RoomCombineChecker",
+    "ColorBox", "PairDeviceList",
+};
+
+} // namespace
+
 class tst_Plugin : public QObject
 {
     Q_OBJECT
@@ -25,6 +110,7 @@ private slots:
     void initTestCase();
     void metadata();
     void rootObject();
+    void version();
     void typeNames();
     void createsEveryType();
     void unknownNames_data();
@@ -32,6 +118,7 @@ private slots:
     void configureAndRegister();
     void externalDevices();
     void panelFactoryEntry();
+    void instanceRecreatedAfterDestruction();
 
 private:
     QStringList names() const;
@@ -72,6 +159,24 @@ void tst_Plugin::rootObject()
     QVERIFY(!root->qt_metacast("IWidgetCore"));
 }
 
+// The version rides on the root object's class info; the metadata record
+// keeps only what every Qt plug-in has.
+void tst_Plugin::version()
+{
+    const QMetaObject *meta = m_loader.instance()->metaObject();
+    const int at = meta->indexOfClassInfo("Version");
+    QVERIFY(at >= 0);
+    QCOMPARE(QString::fromLatin1(meta->classInfo(at).value()), QStringLiteral(CORVANE_VERSION_STR));
+    QCOMPARE(meta->classInfoCount(), 1);
+    QCOMPARE(QString::fromLatin1(meta->classInfo(at).value()).split(QLatin1Char('.')).size(), 3);
+    QCOMPARE(CORVANE_VERSION, CORVANE_VERSION_CHECK(CORVANE_VERSION_MAJOR, CORVANE_VERSION_MINOR, CORVANE_VERSION_PATCH));
+    QVERIFY(CORVANE_VERSION > CORVANE_VERSION_CHECK(0, 0, 99));
+
+    QStringList keys = m_loader.metaData().keys();
+    keys.sort();
+    QCOMPARE(keys, (QStringList{"IID", "archreq", "className", "debug", "version"}));
+}
+
 QStringList tst_Plugin::names() const
 {
     QLibrary library(m_loader.fileName());
@@ -85,6 +190,13 @@ QStringList tst_Plugin::names() const
 void tst_Plugin::typeNames()
 {
     const QStringList all = names();
+    QStringList expected;
+    for (const char *name : expectedTypeNames)
+        expected << QLatin1String(name);
+    QCOMPARE(expected.size(), 280);
+    for (int i = 0; i < qMin(all.size(), expected.size()); ++i)
+        QVERIFY2(all.at(i) == expected.at(i), qPrintable(QStringLiteral("%1: %2, expected %3").arg(i).arg(all.at(i), expected.at(i))));
+    QCOMPARE(all, expected);
     QCOMPARE(all.size(), 280);
     QCOMPARE(all.first(), QString("Button"));
     QCOMPARE(all.last(), QString("PairDeviceList"));
@@ -194,6 +306,32 @@ void tst_Plugin::panelFactoryEntry()
         QVERIFY2(factory, qPrintable(panel.errorString()));
     else
         QVERIFY(!factory);
+}
+
+// qt_plugin_instance keeps one factory while it lives and makes a new one
+// once it has been destroyed. Runs last: it replaces the loader's instance.
+void tst_Plugin::instanceRecreatedAfterDestruction()
+{
+    QLibrary library(m_loader.fileName());
+    using Instance = QObject *(*)();
+    auto instance = reinterpret_cast<Instance>(library.resolve("qt_plugin_instance"));
+    QVERIFY(instance);
+    QPointer<QObject> first = instance();
+    QVERIFY(first);
+    QCOMPARE(instance(), first.data());
+    delete first.data();
+    QVERIFY(!first);
+    QObject *second = instance();
+    QVERIFY(second);
+    QCOMPARE(QString(second->metaObject()->className()), QString("WidgetFactory"));
+    QCOMPARE(instance(), second);
+    m_factory = qobject_cast<IWidgetFactory *>(second);
+    QVERIFY(m_factory);
+
+    RecordingHost host;
+    ParameterManagementRegistry registry;
+    QWidget parent;
+    QVERIFY(m_factory->create(QStringLiteral("Dial"), &parent, &host, &registry));
 }
 
 QTEST_MAIN(tst_Plugin)

@@ -1,4 +1,5 @@
 #include "data/ParameterKeys.h"
+#include "core/Saturating.h"
 #include "Button.h"
 
 #include <QApplication>
@@ -505,7 +506,7 @@ void Button::paintEvent(QPaintEvent *)
         ring.setAlpha(150);
         painter.setPen(QPen(ring, 1, Qt::DotLine));
         painter.setBrush(Qt::NoBrush);
-        const int inset = qMax(2, int(2 * zoomFactor()));
+        const int inset = qMax(2, Saturating::pixels(2, zoomFactor()));
         painter.drawRect(QRectF(rect()).adjusted(inset + 0.5, inset + 0.5, -inset - 0.5, -inset - 0.5));
     }
     paintBase(painter);
@@ -546,7 +547,7 @@ void Button::paintButton(QPainter &painter, int state)
         painter.drawImage(0, 0, face);
     paintDecoration(painter, state);
 
-    const int pad = qMax(2, int(3 * zoomFactor()));
+    const int pad = qMax(2, Saturating::pixels(3, zoomFactor()));
     QRect content = rect().adjusted(pad, pad, -pad, -pad);
     if (content.isEmpty())
         return;

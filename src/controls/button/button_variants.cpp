@@ -1,5 +1,7 @@
 #include "button_variants.h"
 
+#include "core/Saturating.h"
+
 #include "data/DevDescReader.h"
 #include "data/ParameterKeys.h"
 
@@ -46,9 +48,7 @@ bool SelectButton::isOn() const
 {
     if (m_stepCount <= 0 || addressCount() == 0 || !addressAt(0).isValid())
         return false;
-    bool ok = false;
-    positionText(0).toDouble(&ok);
-    return ok && stepOfPosition(m_stepCount, 0) == m_selectValue;
+    return hasPosition(0) && stepOfPosition(m_stepCount, 0) == m_selectValue;
 }
 
 void SelectButton::clickAction()
@@ -82,7 +82,7 @@ bool SelectButton::readValue(const QDomElement &e)
         const int offset = e.attribute(QStringLiteral("offset")).toInt(&ok);
         if (!ok)
             return false;
-        value += offset;
+        value = Saturating::add(value, offset);
     }
     int steps = m_stepCount;
     if (e.hasAttribute(QStringLiteral("steps"))) {
@@ -189,7 +189,7 @@ void EquivalentButton::paintDecoration(QPainter &painter, int state)
         return;
     // Half lit: a bar along the bottom edge.
     const int h = qMax(2, height() / 6);
-    const int inset = qMax(2, int(3 * zoomFactor()));
+    const int inset = qMax(2, Saturating::pixels(3, zoomFactor()));
     painter.fillRect(QRect(inset, height() - inset - h, width() - 2 * inset, h), litColor);
 }
 
@@ -444,6 +444,8 @@ TapTempoButton::TapTempoButton(IHostCore *hostCore, ParameterManagementRegistry 
     m_clock.start();
     m_timer.setSingleShot(true);
     m_timer.setInterval(resetInterval);
+    // A coarse timer may fire up to 5 % early: the 3.2 s pause must be exact.
+    m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, &TapTempoButton::resetTaps);
 }
 

@@ -1,4 +1,5 @@
 #include "ComboBox.h"
+#include "core/Saturating.h"
 
 #include "ComboBoxPopup.h"
 #include "data/ParameterKeys.h"
@@ -394,7 +395,7 @@ QRect ComboBox::arrowRect() const
 {
     if (m_readOnly)
         return QRect();
-    const int w = qBound(8, int(16 * zoomFactor()), qMax(8, width() / 2));
+    const int w = qBound(8, Saturating::pixels(16, zoomFactor()), qMax(8, width() / 2));
     return QRect(width() - w, 0, w, height());
 }
 
@@ -424,7 +425,7 @@ void ComboBox::paintEvent(QPaintEvent *)
         painter.drawPolygon(points, 3);
     }
 
-    const int pad = qMax(2, int(4 * zoomFactor()));
+    const int pad = qMax(2, Saturating::pixels(4, zoomFactor()));
     const QRect textRect = rect().adjusted(pad, 0, arrow.isEmpty() ? -pad : -arrow.width(), 0);
     if (!m_currentText.isEmpty() && textRect.width() > 0) {
         painter.setPen(ink);
@@ -438,7 +439,7 @@ void ComboBox::paintEvent(QPaintEvent *)
         ring.setAlpha(150);
         painter.setPen(QPen(ring, 1, Qt::DotLine));
         painter.setBrush(Qt::NoBrush);
-        const int inset = qMax(2, int(2 * zoomFactor()));
+        const int inset = qMax(2, Saturating::pixels(2, zoomFactor()));
         painter.drawRect(QRectF(rect()).adjusted(inset + 0.5, inset + 0.5, -inset - 0.5, -inset - 0.5));
     }
     paintBase(painter);

@@ -46,9 +46,7 @@ int ValueTextComboBox::indexOfCurrent(const QVector<Option> &options) const
         return ComboBox::indexOfCurrent(options);
     if (addressCount() == 0 || positionText(0).isEmpty())
         return -1;
-    bool ok = false;
-    positionText(0).toDouble(&ok);
-    if (!ok)
+    if (!hasPosition(0))
         return -1;
     return qBound(0, stepOfPosition(m_valueTexts.size() - 1, 0), m_valueTexts.size() - 1);
 }

@@ -7,6 +7,8 @@
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
+#include <cmath>
+
 bool ImageSource::setName(const QString &name)
 {
     if (name == m_name)
@@ -49,11 +51,25 @@ QString ImageSource::resolve(const QString &name, const QString &basePath)
     return QFileInfo(resource).isFile() ? resource : QString();
 }
 
+qreal ImageSource::boundedPixelRatio(const QSize &size, qreal devicePixelRatio)
+{
+    if (!(devicePixelRatio > 0) || !std::isfinite(devicePixelRatio))
+        devicePixelRatio = 1.0;
+    const double area = double(size.width()) * size.height() * devicePixelRatio * devicePixelRatio;
+    // The tolerance makes the function idempotent: a bounded ratio stays as it is.
+    if (size.isEmpty() || area <= double(maxImagePixels) * (1 + 1e-9))
+        return devicePixelRatio;
+    return devicePixelRatio * std::sqrt(double(maxImagePixels) / area);
+}
+
 QPixmap ImageSource::render(const QString &path, const QSize &size, qreal devicePixelRatio)
 {
     if (path.isEmpty() || size.isEmpty())
         return QPixmap();
+    devicePixelRatio = boundedPixelRatio(size, devicePixelRatio);
     const QSize pixels = (QSizeF(size) * devicePixelRatio).toSize();
+    if (pixels.isEmpty())
+        return QPixmap();
     const QString key = QStringLiteral("corvane:%1:%2x%3").arg(path).arg(pixels.width()).arg(pixels.height());
     QPixmap pixmap;
     if (QPixmapCache::find(key, &pixmap))

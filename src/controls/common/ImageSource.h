@@ -36,6 +36,15 @@ public:
     //! Renders (or takes from the cache) the file at \a path.
     static QPixmap render(const QString &path, const QSize &size, qreal devicePixelRatio);
 
+    //! The most pixels one rendering holds (64 MB at 32 bits a pixel).
+    static constexpr qint64 maxImagePixels = qint64(4096) * 4096;
+    /*!
+        The device pixel ratio to render \a size at: \a devicePixelRatio, or
+        less when that would exceed maxImagePixels. The painter then scales
+        the smaller image up, so huge controls cost bounded memory.
+    */
+    static qreal boundedPixelRatio(const QSize &size, qreal devicePixelRatio);
+
 private:
     QString m_name;
     mutable QString m_basePath;

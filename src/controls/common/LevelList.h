@@ -18,8 +18,9 @@ class QMenu;
     "text" attribute contributes its label and, as element text, the value
     text that choosing it sends (a set-by-text request). A level may also
     carry a "position" attribute, the normalised position (0 to 1) of its
-    value, which lets a fader draw a mark for it; the control never computes
-    that position itself.
+    value, which lets a fader draw a mark for it, or an "at" attribute, a
+    value text ("0 dB") whose position the host's database gives; the
+    control never computes a position itself.
 */
 class BaseWidget;
 
@@ -31,6 +32,7 @@ public:
         QString label;
         QString value;
         double position = -1; // below 0: unknown
+        QString at;           // a value text to find the position of
         bool hasPosition() const { return position >= 0; }
     };
 
@@ -41,6 +43,9 @@ public:
     int size() const { return m_levels.size(); }
     const Level &at(int i) const { return m_levels.at(i); }
     const QVector<Level> &levels() const { return m_levels; }
+    //! Asks the database, once after each read, for the positions of the levels given by a value text,
+    //! on \a control's first parameter.
+    void resolvePositions(const BaseWidget &control);
     //! "label:value" for every level, in order.
     QStringList describe() const;
 
@@ -57,6 +62,7 @@ public:
 
 private:
     QVector<Level> m_levels;
+    bool m_positionsAsked = false;
     QHash<const QAction *, QString> m_actions;
 };
 

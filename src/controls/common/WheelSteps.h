@@ -8,19 +8,25 @@
     \brief Turns wheel rotation into whole notches.
 
     High-resolution wheels and touchpads deliver a notch in parts; the parts
-    are summed and one step is reported per full notch, up positive.
+    are summed and one step is reported per full notch, up positive. One
+    event reports at most maxStepsPerEvent notches either way.
 */
 class WheelSteps
 {
 public:
+    static constexpr int maxStepsPerEvent = 64;
+
     //! Adds \a event's vertical rotation and returns the whole notches it completes (negative downward).
     int take(const QWheelEvent *event) { return take(event->angleDelta().y()); }
     int take(int angleDelta)
     {
-        m_remainder += angleDelta;
-        const int steps = m_remainder / QWheelEvent::DefaultDeltasPerStep;
-        m_remainder -= steps * QWheelEvent::DefaultDeltasPerStep;
-        return steps;
+        // Summed in 64 bits; the remainder always stays below one notch.
+        const qint64 sum = qint64(m_remainder) + angleDelta;
+        const qint64 steps = sum / QWheelEvent::DefaultDeltasPerStep;
+        m_remainder = int(sum - steps * QWheelEvent::DefaultDeltasPerStep);
+        // No hand turns a wheel further than this between two events; more
+        // is a forged event, and each notch is a request.
+        return int(qBound<qint64>(-maxStepsPerEvent, steps, maxStepsPerEvent));
     }
     void reset() { m_remainder = 0; }
 

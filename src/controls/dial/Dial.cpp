@@ -1,4 +1,5 @@
 #include "data/ParameterKeys.h"
+#include "core/Saturating.h"
 #include "Dial.h"
 
 #include <QDomElement>
@@ -97,8 +98,8 @@ void Dial::setIndicatorWidth(int width)
 QRect Dial::scaled(const QRect &design) const
 {
     const float zoom = zoomFactor();
-    return QRect(int(design.x() * zoom), int(design.y() * zoom), int(design.width() * zoom),
-                 int(design.height() * zoom));
+    return QRect(Saturating::pixels(design.x(), zoom), Saturating::pixels(design.y(), zoom),
+                 Saturating::pixels(design.width(), zoom), Saturating::pixels(design.height(), zoom));
 }
 
 QRect Dial::faceRect() const
@@ -125,7 +126,8 @@ QRect Dial::knobRect() const
     int inset = 1;
     if (m_indicatorShown) {
         area = indicatorRect();
-        inset = qMax(1, int(m_indicatorWidth * zoomFactor())) + qMax(2, int(3 * zoomFactor()));
+        inset = qMax(1, Saturating::pixels(m_indicatorWidth, zoomFactor()))
+                + qMax(2, Saturating::pixels(3, zoomFactor()));
     }
     const int side = qMax(0, qMin(area.width(), area.height()) - 2 * inset);
     QRect knob(0, 0, side, side);
@@ -283,7 +285,7 @@ void Dial::mousePressEvent(QMouseEvent *event)
     m_dragging = true;
     m_moved = false;
     m_dragStartPoint = event->pos();
-    m_dragStartPosition = int(dragRange * position(0) + 0.5);
+    m_dragStartPosition = qBound(0, stepOfPosition(dragRange, 0), dragRange);
 }
 
 void Dial::mouseMoveEvent(QMouseEvent *event)
@@ -323,6 +325,10 @@ void Dial::mouseReleaseEvent(QMouseEvent *event)
 
 void Dial::wheelEvent(QWheelEvent *event)
 {
+    if (!m_wheelPolicy.accepts(event, isEnabled() && addressAt(0).isValid())) {
+        event->ignore();
+        return;
+    }
     event->accept();
     m_wheel.deliver(event, [this](int step) { stepValue(step); });
 }

@@ -3,6 +3,7 @@
 
 #include "controls/common/ImageSource.h"
 #include "controls/common/LevelList.h"
+#include "controls/common/WheelPolicy.h"
 #include "controls/common/WheelSteps.h"
 #include "core/BaseWidget.h"
 
@@ -152,6 +153,7 @@ private:
 
     double m_shownPosition = 0;
     WheelSteps m_wheel;
+    WheelPolicy m_wheelPolicy{this};
 };
 
 #endif

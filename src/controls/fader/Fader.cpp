@@ -1,4 +1,5 @@
 #include "data/ParameterKeys.h"
+#include "core/Saturating.h"
 #include "Fader.h"
 
 #include <QDomElement>
@@ -56,7 +57,7 @@ bool parsePair(const QDomElement &e, const char *first, const char *second, QPoi
 
 int scaledLength(int design, float zoom)
 {
-    return int(design * zoom);
+    return Saturating::pixels(design, zoom);
 }
 
 } // namespace
@@ -177,7 +178,7 @@ QVector<QPair<int, double>> Fader::law(int kind, float zoom)
     QVector<QPair<int, double>> points;
     auto take = [&](const LawPoint *begin, const LawPoint *end) {
         for (const LawPoint *p = begin; p != end; ++p)
-            points.append({int(float(p->pixel) * zoom), p->ratio});
+            points.append({Saturating::pixels(float(p->pixel), zoom), p->ratio});
     };
     if (kind == ZeroDbLaw)
         take(std::begin(zeroDbLaw), std::end(zeroDbLaw));
@@ -232,10 +233,8 @@ int Fader::ratioToKnobPosition(double ratio) const
 void Fader::placeKnob()
 {
     int p = 0;
-    bool numeric = false;
-    const double ratio = positionText(0).toDouble(&numeric);
-    if (addressCount() > 0 && addressAt(0).isValid() && numeric) {
-        p = ratioToKnobPosition(ratio);
+    if (addressCount() > 0 && addressAt(0).isValid() && hasPosition(0)) {
+        p = ratioToKnobPosition(position(0));
     } else if (m_knobPositionGiven) {
         // No value yet: the knob waits where the description put it.
         const float zoom = zoomFactor();
@@ -525,6 +524,10 @@ void Fader::mouseReleaseEvent(QMouseEvent *event)
 
 void Fader::wheelEvent(QWheelEvent *event)
 {
+    if (!m_wheelPolicy.accepts(event, isEnabled() && addressAt(0).isValid())) {
+        event->ignore();
+        return;
+    }
     event->accept();
     m_wheel.deliver(event, [this](int step) { stepValue(step); });
 }
@@ -573,6 +576,7 @@ void Fader::paintLevelMarks(QPainter &painter)
     painter.save();
     painter.setPen(QPen(markColor, qMax(1, scaledLength(1, zoom))));
     const QFontMetrics metrics(font());
+    m_levels.resolvePositions(*this);
     for (const LevelList::Level &level : m_levels.levels()) {
         if (!level.hasPosition())
             continue;

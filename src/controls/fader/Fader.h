@@ -3,6 +3,7 @@
 
 #include "controls/common/ImageSource.h"
 #include "controls/common/LevelList.h"
+#include "controls/common/WheelPolicy.h"
 #include "controls/common/WheelSteps.h"
 #include "core/BaseWidget.h"
 
@@ -159,6 +160,7 @@ private:
     Qt::Orientation m_orientation = Qt::Vertical;
     int m_knobPosition = 0;
     WheelSteps m_wheel;
+    WheelPolicy m_wheelPolicy{this};
 };
 
 #endif

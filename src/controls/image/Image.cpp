@@ -1,4 +1,5 @@
 #include "data/ParameterKeys.h"
+#include "core/Saturating.h"
 #include "Image.h"
 
 #include <QHash>
@@ -85,9 +86,7 @@ int Image::parameterStep(int steps) const
 {
     if (addressCount() == 0 || !addressAt(0).isValid() || !addressAt(0).key(Key::AddrType).isEmpty())
         return -1;
-    bool ok = false;
-    positionText(0).toDouble(&ok);
-    return ok ? stepOfPosition(steps, 0) : -1;
+    return hasPosition(0) ? stepOfPosition(steps, 0) : -1;
 }
 
 void Image::addressValueChanged(int index)
@@ -311,7 +310,7 @@ void SelectFrame::paintContent(QPainter &painter)
     Image::paintContent(painter);
     if (!m_selected)
         return;
-    const int w = qMax(1, int(m_frameWidth * zoomFactor()));
+    const int w = qMax(1, Saturating::pixels(m_frameWidth, zoomFactor()));
     painter.save();
     painter.setPen(Qt::NoPen);
     painter.setBrush(m_frameColor);

@@ -30,6 +30,7 @@ const TagTable &Meter::tags()
 {
     static const TagTable table = TagTable::of<Meter>(&BaseWidget::tags(), {
         {"Image", &Meter::readImage},
+        {"BuiltInBar", &Meter::readBuiltInBar},
     });
     return table;
 }
@@ -40,6 +41,17 @@ bool Meter::readImage(const QDomElement &e)
     if (name.isEmpty())
         return false;
     setImage(name);
+    return true;
+}
+
+bool Meter::readBuiltInBar(const QDomElement &e)
+{
+    const bool on = isTrue(e);
+    if (on != m_builtInBar) {
+        m_builtInBar = on;
+        m_shownSize = QSize();
+        update();
+    }
     return true;
 }
 
@@ -65,7 +77,10 @@ QGradientStops Meter::fallbackStops() const
 QPixmap Meter::fallbackImage(const QSize &size, qreal dpr) const
 {
     const QGradientStops stops = fallbackStops();
+    dpr = ImageSource::boundedPixelRatio(size, dpr);
     const QSize pixels = (QSizeF(size) * dpr).toSize();
+    if (pixels.isEmpty())
+        return QPixmap();
     QString key = QStringLiteral("corvane:meter-bar:%1:%2x%3").arg(litFromTop() ? 'v' : '^').arg(pixels.width()).arg(pixels.height());
     for (const QGradientStop &s : stops)
         key += QStringLiteral(":%1=%2").arg(s.first).arg(s.second.rgba(), 8, 16, QLatin1Char('0'));
@@ -90,12 +105,14 @@ QPixmap Meter::fallbackImage(const QSize &size, qreal dpr) const
 
 QPixmap Meter::meterImage() const
 {
-    const qreal dpr = devicePixelRatioF();
+    const qreal dpr = ImageSource::boundedPixelRatio(size(), devicePixelRatioF());
     if (m_shownSize != size() || m_shown.devicePixelRatio() != dpr) {
         m_shownSize = size();
         m_shown = ImageSource::render(imagePath(), size(), dpr);
         m_shownIsImage = !m_shown.isNull();
-        if (!m_shownIsImage && !size().isEmpty())
+        // A missing or unreadable image paints nothing unless the panel
+        // asked for the built-in bar.
+        if (!m_shownIsImage && m_builtInBar && !size().isEmpty())
             m_shown = fallbackImage(size(), dpr);
     }
     return m_shown;

@@ -26,6 +26,8 @@
 class Meter : public BaseWidget
 {
     Q_OBJECT
+    // The meaning of each address index, for hosts and panelview --describe.
+    Q_CLASSINFO("Addresses", "0: the level|1: the online state (optional)")
     Q_PROPERTY(QString image READ image WRITE setImage)
     Q_PROPERTY(int level READ level WRITE setLevel NOTIFY levelChanged)
     Q_PROPERTY(bool online READ isOnline)
@@ -54,6 +56,8 @@ public:
     static int pixelsOf(double v, int height);
 
     virtual bool readImage(const QDomElement &e);
+    //! "BuiltInBar" "true": without a usable image, draw the built-in bar instead of nothing.
+    virtual bool readBuiltInBar(const QDomElement &e);
 
 signals:
     void levelChanged(int pixels);
@@ -70,7 +74,7 @@ protected:
 
     //! The rows lit by \a pixels.
     QRect litRect(int pixels) const;
-    //! The image the meter shows at its current size: the loaded image or the fallback bar.
+    //! The image the meter shows at its current size: the loaded image, the built-in bar when chosen, or none.
     QPixmap meterImage() const;
     //! Re-reads the level from the level address (0 while offline).
     void readLevel();
@@ -78,6 +82,8 @@ protected:
     void updateBetween(int fromPixels, int toPixels);
 
     void addressValueChanged(int index) override;
+    //! A meter paints only what its level reads; unchanged values paint nothing.
+    bool repaintsOnMatch() const override { return false; }
     void paintEvent(QPaintEvent *event) override;
     //! Paints the lit part; variants add their marks afterwards.
     virtual void paintMeter(QPainter &painter);
@@ -93,6 +99,7 @@ private:
     mutable QPixmap m_shown;
     mutable QSize m_shownSize;
     mutable bool m_shownIsImage = false;
+    bool m_builtInBar = false;
 };
 
 #endif

@@ -1,4 +1,5 @@
 #include "meter_variants.h"
+#include "core/Saturating.h"
 
 #include <data/ParameterKeys.h>
 
@@ -182,7 +183,7 @@ void BorderMeter::paintMeter(QPainter &painter)
         return;
     // At least one device pixel, however far the panel is zoomed out.
     const float zoom = m_zoom > 0.0f ? m_zoom : zoomFactor();
-    const int w = qMax(1, int(m_borderWidth * zoom));
+    const int w = qMax(1, Saturating::pixels(m_borderWidth, zoom));
     const QRect r = rect();
     painter.save();
     painter.setPen(Qt::NoPen);

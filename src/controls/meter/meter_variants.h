@@ -82,6 +82,8 @@ protected:
 class PeakMeter : public Meter
 {
     Q_OBJECT
+    // The meaning of each address index, for hosts and panelview --describe.
+    Q_CLASSINFO("Addresses", "0: the level|1: the peak switch|2: the online state (optional)")
     Q_PROPERTY(bool peakShown READ isPeakShown WRITE setPeakShown NOTIFY peakShownChanged)
     Q_PROPERTY(int peak READ peak WRITE setPeak NOTIFY peakChanged)
 

@@ -63,9 +63,10 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
 
 private:
-    QColor m_color;
+    // m_color starts as the default colour: it must come after it.
     QColor m_defaultColor{128, 128, 128, 255};
     QColor m_frameColor{96, 96, 96, 255};
+    QColor m_color;
     QPointer<QColorDialog> m_dialog;
 };
 

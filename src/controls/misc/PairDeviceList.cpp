@@ -1,4 +1,5 @@
 #include "PairDeviceList.h"
+#include "core/Saturating.h"
 
 #include "data/ParameterKeys.h"
 
@@ -36,7 +37,7 @@ QStringList PairDeviceList::rowsOfText(const QString &text)
 
 int PairDeviceList::rowHeight() const
 {
-    return QFontMetrics(font()).height() + qMax(2, int(4 * zoomFactor()));
+    return QFontMetrics(font()).height() + qMax(2, Saturating::pixels(4, zoomFactor()));
 }
 
 int PairDeviceList::visibleRowCount() const
@@ -185,7 +186,7 @@ void PairDeviceList::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.fillRect(rect(), m_backgroundColor);
     const int selected = selectedRow();
-    const int pad = qMax(2, int(4 * zoomFactor()));
+    const int pad = qMax(2, Saturating::pixels(4, zoomFactor()));
     for (int row = m_first; row < m_rows.size(); ++row) {
         const QRect r = rowRect(row);
         if (r.isEmpty())

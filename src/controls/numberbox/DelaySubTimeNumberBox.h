@@ -21,6 +21,8 @@
 class DelaySubTimeNumberBox : public NumberBox
 {
     Q_OBJECT
+    // The meaning of each address index, for hosts and panelview --describe.
+    Q_CLASSINFO("Addresses", "0: the unit selector (with one address: the delay time in milliseconds)|1: the delay time")
     Q_PROPERTY(QString unit READ unit)
     Q_PROPERTY(bool spaceDelete READ spaceDelete WRITE setSpaceDelete)
 

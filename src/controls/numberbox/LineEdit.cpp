@@ -44,7 +44,9 @@ bool LineEdit::open(const QString &text, Qt::Alignment alignment, bool numeric)
 
 bool LineEdit::close(bool commit, const std::function<void(const QString &)> &commitText)
 {
-    if (!isVisible() || m_closing)
+    // Open means not hidden by itself: an edit whose box or page was just
+    // hidden is still open and ends here.
+    if (isHidden() || m_closing)
         return false;
     m_closing = true;
     if (QWidget *owner = parentWidget())
@@ -56,13 +58,12 @@ bool LineEdit::close(bool commit, const std::function<void(const QString &)> &co
     return true;
 }
 
-void LineEdit::applyZoom(float zoom)
+void LineEdit::followOwnerFont()
 {
-    // The editor's own font, not the panel's: the panel's is already scaled.
-    QFont f = QApplication::font(this);
-    const int dpi = logicalDpiX();
-    f.setPointSizeF(zoom * f.pointSizeF() * 96.0 / (dpi > 0 ? dpi : 96));
-    setFont(f);
+    // The owner's font as it shows it (family, "FontSize", zoom), so the
+    // text does not jump when the edit starts.
+    if (QWidget *owner = parentWidget())
+        setFont(owner->font());
 }
 
 void LineEdit::switchInputMethodOff()
@@ -135,6 +136,11 @@ void LineEdit::hideEvent(QHideEvent *event)
     releaseMouse();
     setOutsideCursor(false);
     QLineEdit::hideEvent(event);
+    // Hidden with its box or page inside a shown window (a page switched
+    // away): end the edit as a focus loss does, or it would come back with
+    // the page holding the grab.
+    if (!isHidden() && !m_closing && window()->isVisible())
+        m_owner->endEditing(true);
 }
 
 void LineEdit::setOutsideCursor(bool outside)

@@ -49,8 +49,8 @@ public:
     */
     bool close(bool commit, const std::function<void(const QString &)> &commitText);
 
-    //! Scales the editor's own font for \a zoom, as the panel's texts are scaled.
-    void applyZoom(float zoom);
+    //! Takes the owner's font; call again when the owner's font changes (zoom).
+    void followOwnerFont();
 
     //! Closes the input method for numeric input; on Windows with a fresh input context.
     void switchInputMethodOff();

@@ -59,7 +59,7 @@ bool NumberBox::setZoom(float zoom)
     if (!BaseWidget::setZoom(zoom))
         return false;
     if (m_editor)
-        m_editor->applyZoom(zoom);
+        m_editor->followOwnerFont();
     return true;
 }
 
@@ -108,7 +108,7 @@ void NumberBox::createEditor()
 {
     m_editor = new LineEdit(this, this);
     m_editor->resize(size());
-    m_editor->applyZoom(zoomFactor());
+    m_editor->followOwnerFont();
 }
 
 QString NumberBox::editorStartText() const
@@ -220,7 +220,7 @@ void NumberBox::mousePressEvent(QMouseEvent *event)
         return;
     m_dragging = true;
     m_dragStartCoordinate = qint16(dragCoordinate(event->pos()));
-    m_dragStartPosition = qint16(int(dragRange * position(valueIndex()) + 0.5));
+    m_dragStartPosition = qint16(qBound(0, stepOfPosition(dragRange, valueIndex()), dragRange));
 }
 
 void NumberBox::mouseMoveEvent(QMouseEvent *event)
@@ -249,10 +249,18 @@ void NumberBox::mouseReleaseEvent(QMouseEvent *event)
 
 void NumberBox::wheelEvent(QWheelEvent *event)
 {
-    event->accept();
-    // Turning the wheel over an open editor must not throw the typed text away.
-    if (!isEditable() || isEditing())
+    // Turning the wheel over an open editor must not throw the typed text
+    // away, nor scroll the panel under it.
+    if (isEditing()) {
+        event->accept();
         return;
+    }
+    const bool operable = isEditable() && isEnabled() && addressAt(valueIndex()).isValid();
+    if (!m_wheelPolicy.accepts(event, operable)) {
+        event->ignore();
+        return;
+    }
+    event->accept();
     m_wheel.deliver(event, [this](int step) { stepValue(step); });
 }
 

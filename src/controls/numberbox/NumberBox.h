@@ -2,6 +2,7 @@
 #define CORVANE_CONTROLS_NUMBERBOX_NUMBERBOX_H
 
 #include "controls/numberbox/LineEdit.h"
+#include "controls/common/WheelPolicy.h"
 #include "controls/common/WheelSteps.h"
 #include "core/BaseWidget.h"
 
@@ -130,6 +131,7 @@ private:
     Qt::Alignment m_alignment = Qt::AlignCenter;
     bool m_horizontalDrag = false;
     WheelSteps m_wheel;
+    WheelPolicy m_wheelPolicy{this};
 };
 
 #endif

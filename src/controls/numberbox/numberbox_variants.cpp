@@ -5,6 +5,8 @@
 #include <QRegularExpression>
 #include <QtMath>
 
+#include <cmath>
+
 namespace NumberText {
 
 namespace {
@@ -129,10 +131,9 @@ QString TuningZoneMasterNumberBox::shownText() const
 {
     if (!displayText(0).isEmpty() || !(m_max > m_min))
         return TuningZone::shownText();
-    bool ok = false;
-    const double v = qBound(0.0, positionText(0).toDouble(&ok), 1.0);
-    if (!ok)
+    if (!hasPosition(0))
         return TuningZone::shownText();
+    const double v = qBound(0.0, position(0), 1.0);
     double value;
     if (m_scale.compare(QLatin1String("log"), Qt::CaseInsensitive) == 0 && m_min > 0)
         value = m_min * qPow(m_max / m_min, v);
@@ -142,7 +143,7 @@ QString TuningZoneMasterNumberBox::shownText() const
     if (m_step > 0 && m_step < 1)
         decimals = qMin(6, int(qCeil(-std::log10(m_step) - 1e-9)));
     if (m_step > 0)
-        value = qRound64(value / m_step) * m_step;
+        value = std::round(value / m_step) * m_step; // no integer: any double rounds
     QString text = QString::number(value, 'f', decimals);
     if (!m_unit.isEmpty())
         text += QLatin1Char(' ') + m_unit;
@@ -214,7 +215,7 @@ double BeamNumberBox::value() const
 {
     bool ok = false;
     const double stored = NumberText::leadingNumber(displayText(0), &ok);
-    return ok ? toShown(stored) : qQNaN();
+    return ok && std::isfinite(stored) ? toShown(stored) : qQNaN();
 }
 
 QString BeamNumberBox::shownText() const
@@ -256,7 +257,7 @@ void BeamNumberBox::stepValue(int step)
         return;
     }
     // Round first so that repeated steps stay on the tenths.
-    sendValue(qRound64(v * 10) / 10.0 + step * 0.1);
+    sendValue(std::round(v * 10) / 10.0 + step * 0.1);
 }
 
 bool BeamConvertNumberBox::showsFeet() const

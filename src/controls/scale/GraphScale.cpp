@@ -1,4 +1,5 @@
 #include "Scales.h"
+#include "core/Saturating.h"
 #include "scale_variants.h"
 
 #include "graphs/graph/GraphBack.h"
@@ -53,7 +54,7 @@ int GraphScale::pixelOf(double value) const
     const double pos = designPosition(value);
     if (!std::isfinite(pos))
         return -1;
-    return int(pos * zoomFactor());
+    return Saturating::pixels(pos, zoomFactor());
 }
 
 double GraphScale::levelRow(double value, double perLine)
@@ -180,7 +181,7 @@ QRect GraphScale::labelRect(double value) const
     if (at < 0 || at > height())
         return QRect();
     const int y = qBound(0, at - h / 2, qMax(0, height() - h));
-    const int gap = qMax(1, int(2 * zoomFactor()));
+    const int gap = qMax(1, Saturating::pixels(2, zoomFactor()));
     int x = width() - gap - w;
     if (m_alignment == Qt::AlignLeft)
         x = gap;

@@ -73,9 +73,7 @@ int Switcher::indexOfCurrent() const
         }
     }
     // Hosts that show a unit or a translation still give the position.
-    bool ok = false;
-    positionText(0).toDouble(&ok);
-    if (!ok)
+    if (!hasPosition(0))
         return -1;
     return qBound(0, stepOfPosition(m_items.size() - 1, 0), m_items.size() - 1);
 }

@@ -134,7 +134,7 @@ void HexEdit::insertFromMimeData(const QMimeData *source)
 void HexEdit::focusOutEvent(QFocusEvent *event)
 {
     QPlainTextEdit::focusOutEvent(event);
-    if (event->reason() != Qt::PopupFocusReason)
+    if (m_owner && event->reason() != Qt::PopupFocusReason)
         m_owner->commit();
 }
 
@@ -149,6 +149,13 @@ HexTextBox::HexTextBox(IHostCore *hostCore, ParameterManagementRegistry *registr
     setFocusProxy(m_edit);
     m_edit->resize(size());
     connect(m_edit, SIGNAL(textChanged()), this, SLOT(slotTextChanged()));
+}
+
+HexTextBox::~HexTextBox()
+{
+    // The editor still has the focus while QWidget's destructor clears it;
+    // by then this box is half gone, so the editor must not commit into it.
+    m_edit->release();
 }
 
 const TagTable &HexTextBox::tags()

@@ -23,6 +23,8 @@ class HexEdit : public QPlainTextEdit
     Q_OBJECT
 public:
     HexEdit(HexTextBox *owner, QWidget *parent);
+    //! Forgets the owner, which is going away: nothing is committed from now on.
+    void release() { m_owner = nullptr; }
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -57,6 +59,7 @@ class HexTextBox : public ParameterText
 
 public:
     HexTextBox(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
+    ~HexTextBox() override;
 
     static const TagTable &tags();
     const TagTable &tagTable() const override { return tags(); }

@@ -1,4 +1,5 @@
 #include "ValueTexts.h"
+#include "core/Saturating.h"
 
 #include "controls/numberbox/NumberBox.h"
 
@@ -210,7 +211,7 @@ void ParameterText::startEditing()
     if (!m_editor) {
         m_editor = new LineEdit(this, this);
         m_editor->resize(size());
-        m_editor->applyZoom(zoomFactor());
+        m_editor->followOwnerFont();
         prepareEditor(m_editor);
     }
     m_editor->open(displayText(0), textAlignment(), numericInput());
@@ -385,7 +386,7 @@ QString Text::shownText() const
 
 QRect Text::textRect() const
 {
-    const int pad = int(m_padLeft * zoomFactor());
+    const int pad = Saturating::pixels(m_padLeft, zoomFactor());
     return rect().adjusted(pad, 0, 0, 0);
 }
 

@@ -1,4 +1,5 @@
 #include "PadArea.h"
+#include "core/Saturating.h"
 
 #include "data/ParameterKeys.h"
 
@@ -59,7 +60,7 @@ QPointF PadArea::handleCentre() const
 
 int PadArea::handleRadius() const
 {
-    return qMax(3, int(6 * zoomFactor()));
+    return qMax(3, Saturating::pixels(6, zoomFactor()));
 }
 
 QPointF PadArea::positionAt(const QPointF &pos) const

@@ -4,6 +4,7 @@
 #include "graphs/area/PadArea.h"
 
 #define CORVANE_PAD_PROPERTIES \
+    Q_CLASSINFO("Addresses", "0: the horizontal position, 0 at the left|1: the vertical position, 0 at the bottom") \
     Q_PROPERTY(double horizontal READ horizontal) \
     Q_PROPERTY(double vertical READ vertical) \
     Q_PROPERTY(bool dragging READ isDragging) \

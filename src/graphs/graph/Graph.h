@@ -16,6 +16,8 @@
 class Graph : public BaseWidget
 {
     Q_OBJECT
+    // The meaning of each address index, for hosts and panelview --describe.
+    Q_CLASSINFO("Addresses", "0: the curve")
     Q_PROPERTY(QColor LineColor READ lineColor WRITE setLineColor)
     Q_PROPERTY(QString points READ pointsText)
     CORVANE_TAG_TABLE

@@ -1,4 +1,5 @@
 #include "GraphBack.h"
+#include "core/Saturating.h"
 
 namespace EqualizerGrid {
 
@@ -34,14 +35,14 @@ void paint(QPainter &painter, const QSize &size, float zoom)
     for (const Group &g : levelLines()) {
         painter.setPen(pen(g.color));
         for (int y : g.positions) {
-            const int at = int(y * zoom);
+            const int at = Saturating::pixels(y, zoom);
             painter.drawLine(0, at, size.width(), at);
         }
     }
     for (const Group &g : frequencyLines()) {
         painter.setPen(pen(g.color));
         for (int x : g.positions) {
-            const int at = int(x * zoom);
+            const int at = Saturating::pixels(x, zoom);
             painter.drawLine(at, 0, at, size.height());
         }
     }

@@ -1,5 +1,6 @@
 #include "GraphControlPoint.h"
 
+#include "core/Saturating.h"
 #include "graphs/graph/GraphCurves.h"
 
 #include <QLocale>
@@ -26,14 +27,15 @@ bool ControlPointState::pointOf(const QString &text, const QRect &rect, QPoint *
     const double fy = curve.y.at(0) / curve.rangeY;
     const double w = rect.width() - 1;
     const double h = rect.height() - 1;
-    *point = QPoint(int(w * fx + 0.5 + rect.x()), int(h - (h * fy - 0.5) + rect.y()));
+    *point = QPoint(Saturating::toPixel(w * fx + 0.5 + rect.x()), Saturating::toPixel(h - (h * fy - 0.5) + rect.y()));
     return true;
 }
 
 QRect ControlPointState::handleGeometry(const QPoint &point, float zoom)
 {
-    const int side = int(5.0f * zoom);
-    return QRect(int(float(point.x()) - 2.0f * zoom), int(float(point.y()) - 2.0f * zoom), side, side);
+    const int side = Saturating::pixels(5, zoom);
+    return QRect(Saturating::toPixel(float(point.x()) - 2.0f * zoom), Saturating::toPixel(float(point.y()) - 2.0f * zoom),
+                 side, side);
 }
 
 QString ControlPointState::fractionText(const QPoint &pos, const QRect &rect)
@@ -51,8 +53,8 @@ QString ControlPointState::fractionText(const QPoint &pos, const QRect &rect)
 
 QRect ControlPointState::scaledControlRect(float zoom) const
 {
-    return QRect(int(m_controlRect.x() * zoom), int(m_controlRect.y() * zoom), int(m_controlRect.width() * zoom),
-                 int(m_controlRect.height() * zoom));
+    return QRect(Saturating::pixels(m_controlRect.x(), zoom), Saturating::pixels(m_controlRect.y(), zoom),
+                 Saturating::pixels(m_controlRect.width(), zoom), Saturating::pixels(m_controlRect.height(), zoom));
 }
 
 QPoint ControlPointState::pinned(const QPoint &pos, bool shift, Qt::CursorShape *cursor)

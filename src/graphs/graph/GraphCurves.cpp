@@ -1,14 +1,20 @@
 #include "GraphCurves.h"
 
+#include "core/Saturating.h"
+
 #include <QStringList>
+
+#include <cmath>
 
 namespace GraphCurves {
 
 namespace {
 
+// Fields that are not finite numbers read as 0, like any other non-number.
 double number(const QString &field, double *)
 {
-    return field.toDouble();
+    const double v = field.toDouble();
+    return std::isfinite(v) ? v : 0.0;
 }
 
 qint64 number(const QString &field, qint64 *)
@@ -59,8 +65,8 @@ QPolygon scaleOpen(const FloatCurve &curve, const QSize &size)
     const double h = size.height() - 1;
     QPolygon points(curve.size());
     for (int i = 0; i < curve.size(); ++i) {
-        points[i] = QPoint(int(curve.x.at(i) * w / curve.rangeX),
-                           int(h - int(curve.y.at(i) * h / curve.rangeY)));
+        points[i] = QPoint(Saturating::toPixel(curve.x.at(i) * w / curve.rangeX),
+                           Saturating::toPixel(h - double(Saturating::toPixel(curve.y.at(i) * h / curve.rangeY))));
     }
     return points;
 }
@@ -71,10 +77,11 @@ QPolygon scaleExaggerated(const FloatCurve &curve, const QSize &size, bool botto
     const int h = size.height();
     QPolygon points(curve.size());
     for (int i = 0; i < curve.size(); ++i) {
-        int v = int(h * 1.5 * curve.y.at(i) / curve.rangeY);
+        int v = Saturating::toPixel(h * 1.5 * curve.y.at(i) / curve.rangeY);
         if (!bottomAnchored)
             v -= h / 2;
-        points[i] = QPoint(int(curve.x.at(i) * (w - 1) / curve.rangeX), (h - 1) - v);
+        points[i] = QPoint(Saturating::toPixel(curve.x.at(i) * (w - 1) / curve.rangeX),
+                           Saturating::toPixel(double(h - 1) - v));
     }
     const int closing = bottomAnchored ? 0 : (h - 1) / 2;
     points << QPoint(w - 1, closing) << QPoint(0, closing);
@@ -88,7 +95,8 @@ QPolygon scaleIntegral(const IntCurve &curve, const QSize &size)
     QPolygon points(curve.size());
     for (int i = 0; i < curve.size(); ++i) {
         const qint64 q = curve.x.at(i) * w / curve.rangeX;
-        points[i] = QPoint(int(q + 0.5), int(h - curve.y.at(i) * h / curve.rangeY));
+        points[i] = QPoint(Saturating::toPixel(q + 0.5),
+                           Saturating::toPixel(double(h - curve.y.at(i) * h / curve.rangeY)));
     }
     const int closing = int(h / 2 + 1);
     points << QPoint(int(w), closing) << QPoint(0, closing);

@@ -4,6 +4,16 @@
 
 #include <cmath>
 
+namespace {
+
+// The position text read as a base-10 integer; 0 when it is not one ("0.5" included).
+int integerValue(const BaseWidget *widget, int index)
+{
+    return widget->positionText(index).toInt();
+}
+
+} // namespace
+
 QPolygon GraphicEqualizerGraph::scaled(const GraphCurves::FloatCurve &curve) const
 {
     return GraphCurves::scaleExaggerated(curve, size(), m_bottomAnchored);
@@ -44,17 +54,12 @@ void BrioParametricEqualizerGraph::addressValueChanged(int index)
     case 1:
         curveChanged(index, index == 1);
         break;
-    case 2: {
-        const bool on = !isOff(2);
-        // Switching the sum takes effect at once rather than with the next
-        // curve.
-        if (on != m_sum) {
-            m_sum = on;
-            combineCurves();
-        }
+    case 2:
+        // The switch takes effect with the next curve; the sum is not
+        // recomputed here.
+        m_sum = integerValue(this, 2) > 0;
         update();
         break;
-    }
     default:
         update();
     }
@@ -88,7 +93,7 @@ void HpfGraphControlPoint::addressValueChanged(int index)
     GraphControlPoint::addressValueChanged(index);
     if (index != 2)
         return;
-    m_filterEnabled = !isOff(2);
+    m_filterEnabled = integerValue(this, 2) != 0;
     setEnabled(m_filterEnabled);
 }
 

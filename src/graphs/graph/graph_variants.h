@@ -19,6 +19,8 @@
 class GraphicEqualizerGraph : public Graph
 {
     Q_OBJECT
+    // The meaning of each address index, for hosts and panelview --describe.
+    Q_CLASSINFO("Addresses", "0: the curve|1: the mode")
     Q_PROPERTY(bool bottomAnchored READ isBottomAnchored)
 
 public:
@@ -115,6 +117,8 @@ protected:
 class BrioParametricEqualizerGraph : public ParametricCurve<BaseWidget>
 {
     Q_OBJECT
+    // The meaning of each address index, for hosts and panelview --describe.
+    Q_CLASSINFO("Addresses", "0: curve A|1: curve B|2: the sum switch")
     Q_PROPERTY(QColor LineColor READ lineColor WRITE setLineColor)
     Q_PROPERTY(QColor FillColor READ fillColor WRITE setFillColor)
     Q_PROPERTY(QString curve READ curveText)

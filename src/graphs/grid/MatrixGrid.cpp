@@ -1,4 +1,5 @@
 #include "graphs/grid/MatrixGrid.h"
+#include "core/Saturating.h"
 
 #include "data/ParameterKeys.h"
 
@@ -50,7 +51,7 @@ QString MatrixGrid::addressForm() const
 void MatrixGrid::setRows(int rows)
 {
     // The cells' addresses are laid out by row and column; they cannot follow.
-    if (rows < 1 || rows == m_rows || m_cellsBound)
+    if (rows < 1 || rows == m_rows || m_cellsBound || qint64(rows) * m_columns > maxCells)
         return;
     m_rows = rows;
     m_focusCell.setY(qMin(m_focusCell.y(), rows - 1));
@@ -60,7 +61,7 @@ void MatrixGrid::setRows(int rows)
 
 void MatrixGrid::setColumns(int columns)
 {
-    if (columns < 1 || columns == m_columns || m_cellsBound)
+    if (columns < 1 || columns == m_columns || m_cellsBound || qint64(m_rows) * columns > maxCells)
         return;
     m_columns = columns;
     m_focusCell.setX(qMin(m_focusCell.x(), columns - 1));
@@ -174,7 +175,7 @@ bool MatrixGrid::readRows(const QDomElement &e)
     if (m_cellsBound || !readPositiveInt(e, 1, &v))
         return false;
     setRows(v);
-    return true;
+    return m_rows == v;
 }
 
 bool MatrixGrid::readColumns(const QDomElement &e)
@@ -183,7 +184,7 @@ bool MatrixGrid::readColumns(const QDomElement &e)
     if (m_cellsBound || !readPositiveInt(e, 1, &v))
         return false;
     setColumns(v);
-    return true;
+    return m_columns == v;
 }
 
 bool MatrixGrid::readCellSize(const QDomElement &e)
@@ -350,7 +351,7 @@ QString MatrixGrid::cellText(int row, int column) const
 
 int MatrixGrid::scaled(int design) const
 {
-    return int(design * zoomFactor());
+    return Saturating::pixels(design, zoomFactor());
 }
 
 int MatrixGrid::leftHeader() const
@@ -367,7 +368,9 @@ QRect MatrixGrid::cellRect(int row, int column) const
 {
     const int w = scaled(m_cellSize.width());
     const int h = scaled(m_cellSize.height());
-    return QRect(leftHeader() + column * w, topHeader() + row * h, w, h);
+    // In double: far cells of large grids at high zoom lie beyond the int range.
+    return QRect(Saturating::toPixel(leftHeader() + double(column) * w),
+                 Saturating::toPixel(topHeader() + double(row) * h), w, h);
 }
 
 QPoint MatrixGrid::cellAt(const QPoint &pos) const
@@ -400,8 +403,8 @@ void MatrixGrid::updateCell(const QPoint &cell)
 
 QSize MatrixGrid::sizeHint() const
 {
-    return QSize(leftHeader() + m_columns * scaled(m_cellSize.width()) + 1,
-                 topHeader() + m_rows * scaled(m_cellSize.height()) + 1);
+    return QSize(Saturating::toPixel(leftHeader() + double(m_columns) * scaled(m_cellSize.width()) + 1),
+                 Saturating::toPixel(topHeader() + double(m_rows) * scaled(m_cellSize.height()) + 1));
 }
 
 bool MatrixGrid::setZoom(float zoom)

@@ -100,6 +100,8 @@ public:
     virtual int cellIndex(int row, int column) const;
     //! The number of addresses the cells need.
     virtual int cellAddressCount() const { return m_rows * m_columns; }
+    //! The most cells a grid takes; rows and columns that would exceed it are refused.
+    static constexpr int maxCells = 1 << 18;
     //! Whether the cell takes input and can be lit.
     virtual bool cellEnabled(int row, int column) const;
     //! Whether the cell is drawn in the on colour.
@@ -142,6 +144,8 @@ protected:
     virtual bool strokeState(int row, int column) const;
 
     void addressValueChanged(int index) override;
+    //! A grid repaints only the cells whose values changed.
+    bool repaintsOnMatch() const override { return false; }
 
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;

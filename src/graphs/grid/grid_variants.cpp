@@ -84,7 +84,7 @@ bool DelayMatrix::startEditing(int row, int column)
         return false;
     if (!m_editor) {
         m_editor = new LineEdit(this, this);
-        m_editor->applyZoom(zoomFactor());
+        m_editor->followOwnerFont();
     }
     m_editIndex = cellIndex(row, column);
     m_editor->setGeometry(cellRect(row, column));
@@ -122,7 +122,7 @@ bool DelayMatrix::setZoom(float zoom)
     if (!MatrixGrid::setZoom(zoom))
         return false;
     if (m_editor)
-        m_editor->applyZoom(zoom);
+        m_editor->followOwnerFont();
     return true;
 }
 
@@ -159,7 +159,7 @@ void DelayMatrix::mousePressEvent(QMouseEvent *event)
         return;
     m_drag.index = cellIndex(cell.y(), cell.x());
     m_drag.startY = event->pos().y();
-    m_drag.startPosition = int(dragRange * position(m_drag.index) + 0.5);
+    m_drag.startPosition = qBound(0, stepOfPosition(dragRange, m_drag.index), dragRange);
 }
 
 void DelayMatrix::mouseMoveEvent(QMouseEvent *event)

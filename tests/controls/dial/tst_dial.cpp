@@ -4,6 +4,8 @@
 #include "controls/dial/dial_variants.h"
 
 #include <QMenu>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QPainter>
 #include <QTemporaryDir>
 #include <QtMath>
@@ -121,6 +123,8 @@ private slots:
     void keys();
     void wheel_data();
     void wheel();
+    void wheelInScrollArea_data();
+    void wheelInScrollArea();
     void contextMenu_data();
     void contextMenu();
     void valueRepaintsOnlyWhenThePositionMoves();
@@ -216,6 +220,13 @@ void tst_Dial::drag_data()
     QTest::newRow("start rounds to the scale") << "Dial" << "0.4983"
                                                << QList<Step>{{'p', 30, 30}, {'m', 30, 29}}
                                                << QStringList{"pos 0.5 1"};
+    QTest::newRow("start adds a half before truncating") << "Dial" << "0.4985"
+                                                         << QList<Step>{{'p', 30, 30}, {'m', 30, 29}}
+                                                         << QStringList{"pos 0.503333 1"};
+    QTest::newRow("control before alt: the core's click")
+        << "Dial" << "0.5"
+        << QList<Step>{{'p', 30, 30, Qt::ControlModifier | Qt::AltModifier}, {'r', 30, 30, Qt::ControlModifier | Qt::AltModifier}}
+        << QStringList();
     QTest::newRow("not a number starts at 0") << "Dial" << "n/a" << QList<Step>{{'p', 30, 30}, {'m', 30, 27}}
                                               << QStringList{"pos 0.01 1"};
     QTest::newRow("alt-click asks for the default")
@@ -353,6 +364,78 @@ void tst_Dial::wheel()
     QCOMPARE(sent(), expected);
 }
 
+void tst_Dial::wheelInScrollArea_data()
+{
+    QTest::addColumn<bool>("inArea");
+    QTest::addColumn<bool>("bound");
+    QTest::addColumn<bool>("enabled");
+    QTest::addColumn<bool>("focused");
+    QTest::addColumn<bool>("rested");
+    QTest::addColumn<bool>("dialTakes");
+
+    QTest::newRow("area: pointer just arrived") << true << true << true << false << false << false;
+    QTest::newRow("area: focused") << true << true << true << true << false << true;
+    QTest::newRow("area: pointer rested") << true << true << true << false << true << true;
+    QTest::newRow("area: unbound, focused") << true << false << true << true << true << false;
+    QTest::newRow("area: disabled, rested") << true << true << false << false << true << false;
+    QTest::newRow("no area: no focus") << false << true << true << false << false << true;
+    QTest::newRow("no area: unbound") << false << false << true << true << false << false;
+}
+
+void tst_Dial::wheelInScrollArea()
+{
+    QFETCH(bool, inArea);
+    QFETCH(bool, bound);
+    QFETCH(bool, enabled);
+    QFETCH(bool, focused);
+    QFETCH(bool, rested);
+    QFETCH(bool, dialTakes);
+
+    Dial *d = dial(QStringLiteral("0.5"), QString(), QStringLiteral("Dial"));
+    if (!bound)
+        d->updateAddresses({{{"prmAddr", ""}}});
+    QScrollArea *area = nullptr;
+    if (inArea) {
+        area = new QScrollArea(host.window.get());
+        area->setGeometry(0, 0, 200, 150);
+        auto *content = new QWidget;
+        content->resize(180, 1000);
+        d->setParent(content);
+        d->move(10, 10);
+        area->setWidget(content);
+        area->show();
+        d->show();
+        QVERIFY(area->verticalScrollBar()->maximum() > 0);
+        area->verticalScrollBar()->setValue(100);
+    }
+    d->setEnabled(enabled);
+    auto *other = new QWidget(host.window.get());
+    other->setFocusPolicy(Qt::StrongFocus);
+    other->show();
+    if (focused)
+        d->setFocus();
+    else
+        other->setFocus();
+    QEvent enter(QEvent::Enter);
+    QApplication::sendEvent(d, &enter);
+    if (rested)
+        QTest::qWait(WheelPolicy::restMs + 50);
+
+    QWheelEvent e(QPointF(30, 30), QPointF(d->mapToGlobal(QPoint(30, 30))), QPoint(), QPoint(0, -120), Qt::NoButton,
+                  Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(d, &e);
+    QCOMPARE(sent().size(), dialTakes ? 1 : 0);
+    QCOMPARE(e.isAccepted(), dialTakes);
+    if (area && !e.isAccepted()) {
+        // Qt passes an ignored (spontaneous) wheel event on to the parents;
+        // the area's viewport scrolls.
+        QWheelEvent passed(QPointF(40, 40), QPointF(area->viewport()->mapToGlobal(QPoint(40, 40))), QPoint(),
+                           QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(area->viewport(), &passed);
+        QVERIFY(area->verticalScrollBar()->value() != 100);
+    }
+}
+
 void tst_Dial::contextMenu_data()
 {
     QTest::addColumn<QString>("xml");
@@ -417,7 +500,9 @@ void tst_Dial::valueRepaintsOnlyWhenThePositionMoves()
     host.setParameter(QStringLiteral("Ch1/Gain"), QStringLiteral("0.5"), QStringLiteral("another text"));
     d->notifyValueChanged(parameter);
     QTest::qWait(30);
-    QCOMPARE(counter.paints, 0);
+    // A notification that matched repaints once, changed or not; the rest paints nothing.
+    QCOMPARE(counter.paints, 1);
+    QCOMPARE(d->shownPosition(), 0.5);
 
     host.setParameter(QStringLiteral("Ch1/Gain"), QStringLiteral("0.75"), QStringLiteral("more"));
     d->notifyValueChanged(parameter);

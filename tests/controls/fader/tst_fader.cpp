@@ -2,6 +2,7 @@
 
 #include "controls/fader/Fader.h"
 #include "controls/fader/fader_variants.h"
+#include "data/AbstractDatabase.h"
 
 #include <QMenu>
 #include <QTemporaryDir>
@@ -125,6 +126,7 @@ private slots:
     void paint_data();
     void paint();
     void knobImage();
+    void markAtValueText();
 };
 
 void tst_Fader::description_data()
@@ -448,7 +450,8 @@ void tst_Fader::valueRepaintsOnlyWhenTheKnobMoves()
     host.setParameter(QStringLiteral("Ch1/Fader"), QStringLiteral("0.501"), QStringLiteral("changed text"));
     f->notifyValueChanged(faderParameter);
     QTest::qWait(30);
-    QCOMPARE(counter.paints, 0);
+    // A notification that matched repaints once, changed or not; the rest paints nothing.
+    QCOMPARE(counter.paints, 1);
     host.setParameter(QStringLiteral("Ch1/Fader"), QStringLiteral("0.6"), QStringLiteral("x"));
     f->notifyValueChanged(faderParameter);
     QTRY_VERIFY(counter.paints > 0);
@@ -567,6 +570,26 @@ void tst_Fader::levelScalePointer()
     Input::mouse(w, QEvent::MouseMove, tip - QPoint(0, 10));
     Input::mouse(w, QEvent::MouseButtonRelease, tip - QPoint(0, 10));
     QVERIFY(!host.requests.isEmpty() || val == QLatin1String("1"));
+}
+
+void tst_Fader::markAtValueText()
+{
+    // A level given by a value text is marked where the database puts that text.
+    ConversionDatabase db;
+    db.positions.insert(QStringLiteral("0 dB"), QStringLiteral("0.84375"));
+    setAbstractDatabase(&db);
+    Fader *f = fader(QStringLiteral("0.2"), QStringLiteral("<LevelList><Level text=\"0 dB\" at=\"0 dB\">0</Level>"
+                                                           "<Level text=\"Odd\" at=\"loud\">99</Level></LevelList>"));
+    QImage image = render(f);
+    image = render(f); // asked once, not on every paint
+    setAbstractDatabase(nullptr);
+    QCOMPARE(db.askedTexts, (QStringList{"0 dB", "loud"}));
+    QCOMPARE(db.asked.value(QStringLiteral("prmAddr")).toString(), QString("Ch1/Fader"));
+    const QRect knob = f->knobRect();
+    const int markY = f->travel() - f->ratioToKnobPosition(0.84375) + knob.height() / 2;
+    QCOMPARE(rowsWith(image, QColor(200, 200, 200), 0, knob.left() - 1), QList<int>{markY});
+    QCOMPARE(f->levelList().at(0).position, 0.84375);
+    QVERIFY(!f->levelList().at(1).hasPosition());
 }
 
 QTEST_MAIN(tst_Fader)

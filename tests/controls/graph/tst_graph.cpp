@@ -125,6 +125,18 @@ private:
         Input::mouse(p, type, QPoint(x, y) - p->pos(), Qt::LeftButton, mods);
     }
 
+    // A Brio graph with two curves of equal length and the sum switch at \a sum.
+    BrioParametricEqualizerGraph *brioGraph(const QString &sum)
+    {
+        host.hostMode = 0;
+        host.setParameter(curveAddr, QString(), QStringLiteral("0:10/0:160/0:80/10:80"));
+        host.setParameter(secondAddr, QString(), QStringLiteral("0:10/0:160/0:100/10:60"));
+        host.setParameter(switchAddr, sum, QString());
+        return host.make<BrioParametricEqualizerGraph>(
+            rect(11, 162) + QStringLiteral("<AddressList>%1%2%3</AddressList>")
+                                .arg(address(curveAddr), address(secondAddr), address(switchAddr)));
+    }
+
 private slots:
     void init()
     {
@@ -260,8 +272,9 @@ private slots:
         setValue(w, curveAddr, QString(), text);
         QCOMPARE(pointsOf(w), before);
         if (qobject_cast<Graph *>(w)) {
+            // Repainted for the match, with the old curve.
             QApplication::processEvents();
-            QCOMPARE(counter.paints, 0);
+            QCOMPARE(counter.paints, 1);
         }
     }
 
@@ -370,12 +383,14 @@ private slots:
         QCOMPARE(points(g->points()), QStringLiteral("50,74 100,49 0,49"));
         host.stateQueries.clear();
 
-        // Other addresses are ignored: no query, no repaint.
+        // Other addresses are ignored: no query, no new points (the matched
+        // notification repaints, as every match does).
         QApplication::processEvents();
         PaintCounter counter(g);
         setValue(g, switchAddr, QStringLiteral("1"), QString());
         QApplication::processEvents();
-        QCOMPARE(counter.paints, 0);
+        QCOMPARE(counter.paints, 1);
+        QCOMPARE(points(g->points()), QStringLiteral("50,74 100,49 0,49"));
         QVERIFY(host.stateQueries.isEmpty());
 
         host.stateAnswer = 3;
@@ -516,6 +531,35 @@ private slots:
         QCOMPARE(b->width(), int(610 * zoom));
         const QImage image = paint(b);
         QCOMPARE(image.pixelColor(at), QColor(grey, grey, grey));
+    }
+
+    // Every level row and every frequency column, each with its grey, and
+    // nothing else.
+    void gridLines()
+    {
+        host.zoom = 1.0f;
+        auto *b = host.make<SpeakerProcessorPeqGraphBack>(rect(610, 170));
+        const QImage image = paint(b);
+        QMap<int, int> rows, columns;
+        for (int y : {13, 40, 67, 94, 121, 148})
+            rows[y] = 51;
+        for (int y : {27, 54, 107, 134})
+            rows[y] = 102;
+        rows[81] = 179;
+        for (int x : {39, 67, 106, 120, 133, 145, 260, 288, 326, 341, 354, 365, 481, 508, 547, 562, 575, 586})
+            columns[x] = 51;
+        for (int x : {88, 221, 309, 442, 530})
+            columns[x] = 102;
+        for (int x : {155, 375, 596})
+            columns[x] = 179;
+        for (int y = 0; y < 170; ++y) {
+            const int grey = rows.value(y, 0);
+            QVERIFY2(image.pixelColor(5, y) == QColor(grey, grey, grey), qPrintable(QStringLiteral("row %1").arg(y)));
+        }
+        for (int x = 0; x < 610; ++x) {
+            const int grey = columns.value(x, 0);
+            QVERIFY2(image.pixelColor(x, 5) == QColor(grey, grey, grey), qPrintable(QStringLiteral("column %1").arg(x)));
+        }
     }
 
     void placement_data()
@@ -712,10 +756,11 @@ private slots:
         QCOMPARE(p->geometry(), QRect(98, 98, 5, 5));
         QApplication::processEvents();
         QCOMPARE(counter.paints, 1);
-        // The same point in other units changes nothing.
+        // The same point in other units moves nothing; the match repaints.
         setValue(p, pointAddr, QString(), QStringLiteral("0:10/0:10/10:0"));
         QApplication::processEvents();
-        QCOMPARE(counter.paints, 1);
+        QCOMPARE(p->geometry(), QRect(98, 98, 5, 5));
+        QCOMPARE(counter.paints, 2);
     }
 
     void peqBand()
@@ -732,6 +777,48 @@ private slots:
         mouse(p, QEvent::MouseButtonPress, 50, 50);
         mouse(p, QEvent::MouseButtonRelease, 60, 50);
         QCOMPARE(host.requests.size(), 1);
+    }
+
+    void integerSwitches_data()
+    {
+        QTest::addColumn<QString>("val");
+        QTest::addColumn<bool>("sumOn");
+        QTest::addColumn<bool>("hpfOn");
+        QTest::newRow("1") << "1" << true << true;
+        QTest::newRow("0") << "0" << false << false;
+        QTest::newRow("a fraction is integer 0") << "0.5" << false << false;
+        QTest::newRow("-1: not above 0, but not 0") << "-1" << false << true;
+        QTest::newRow("not a number") << "On" << false << false;
+    }
+
+    // Index 2 of the Brio graph and of the high-pass handle reads the
+    // position as an integer: > 0 for the sum switch, != 0 for the filter.
+    void integerSwitches()
+    {
+        QFETCH(QString, val);
+        QFETCH(bool, sumOn);
+        QFETCH(bool, hpfOn);
+        auto *g = brioGraph(QStringLiteral("1"));
+        setValue(g, switchAddr, val, QString());
+        QCOMPARE(g->isSumOn(), sumOn);
+
+        auto *p = makePoint<HpfGraphControlPoint>();
+        setValue(p, thirdAddr, val, QString());
+        QCOMPARE(p->isFilterEnabled(), hpfOn);
+        QCOMPARE(p->isEnabled(), hpfOn);
+    }
+
+    // The sum switch takes effect with the next curve, not by itself.
+    void brioSwitchDoesNotResum()
+    {
+        auto *g = brioGraph(QStringLiteral("0"));
+        const QString own = QStringLiteral("0,81 10,81 10,81 0,81");
+        QCOMPARE(g->property("curve").toString(), own);
+        setValue(g, switchAddr, QStringLiteral("1"), QString());
+        QVERIFY(g->isSumOn());
+        QCOMPARE(g->property("curve").toString(), own);
+        setValue(g, curveAddr, QString(), QStringLiteral("0:10/0:160/0:81/10:80"));
+        QCOMPARE(g->property("curve").toString(), QStringLiteral("0,61 10,102 10,82 0,82"));
     }
 
     void hpfEnabled()

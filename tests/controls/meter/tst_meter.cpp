@@ -129,8 +129,12 @@ private:
         host.setParameter(levelAddr, QStringLiteral("0"), QStringLiteral("-inf"));
         host.setParameter(switchAddr, QStringLiteral("1"), QStringLiteral("On"));
         host.setParameter(onlineAddr, QStringLiteral("online"), QStringLiteral("online"));
+        // The built-in bar makes the level visible without artwork unless
+        // the test says otherwise.
+        const QString bar = extra.contains(QLatin1String("<BuiltInBar>")) ? QString()
+                                                                         : QStringLiteral("<BuiltInBar>true</BuiltInBar>");
         return make(type, QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"10\" height=\"%1\"/>").arg(height)
-                              + addressList(type) + extra);
+                              + addressList(type) + bar + extra);
     }
 
     void set(BaseWidget *w, const QString &prmAddr, const QString &val, const QString &prak = QString())
@@ -164,6 +168,8 @@ private slots:
     void painting();
     void fallback_data();
     void fallback();
+    void missingImagePaintsNothing_data();
+    void missingImagePaintsNothing();
     void repaintsOnlyChanges();
     void zoomRescales();
     void imagePath_data();
@@ -259,6 +265,10 @@ void tst_Meter::online()
     // Only the exact word counts.
     set(m, onlineAddr, QStringLiteral("Online"));
     QCOMPARE(m->level(), 0);
+
+    // A level that arrives while offline still shows: index 0 is not gated.
+    set(m, levelAddr, QStringLiteral("0.25"), QStringLiteral("0.25"));
+    QCOMPARE(m->level(), 10);
 }
 
 void tst_Meter::selectorIsNoOnlineState()
@@ -443,6 +453,27 @@ void tst_Meter::fallback()
     }
 }
 
+void tst_Meter::missingImagePaintsNothing_data()
+{
+    fallback_data();
+}
+
+void tst_Meter::missingImagePaintsNothing()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, image);
+
+    Meter *m = meter(type, 40, image + QStringLiteral("<BuiltInBar>false</BuiltInBar>"));
+    set(m, levelAddr, QStringLiteral("1"), QStringLiteral("1"));
+    QCOMPARE(m->level(), 40);
+    QVERIFY(!m->isImageLoaded());
+    const QImage shown = paint(m);
+    for (int y = 0; y < shown.height(); ++y) {
+        for (int x = 0; x < shown.width(); ++x)
+            QCOMPARE(shown.pixelColor(x, y).alpha(), 0);
+    }
+}
+
 void tst_Meter::repaintsOnlyChanges()
 {
     auto *m = static_cast<PeakMeter *>(meter(QStringLiteral("PeakMeter")));
@@ -561,6 +592,9 @@ void tst_Meter::renderingIsShared()
     Meter *plain = meter(QStringLiteral("ProbeMeter"));
     const qint64 bar = static_cast<ProbeMeter *>(plain)->meterImage().cacheKey();
     auto *other = new ProbeMeter(&host, &host.registry, host.window.get());
+    QDomDocument bar_;
+    bar_.setContent(QStringLiteral("<BuiltInBar>true</BuiltInBar>"));
+    QVERIFY(other->readBuiltInBar(bar_.documentElement()));
     other->resize(plain->size());
     QCOMPARE(other->meterImage().cacheKey(), bar);
 }

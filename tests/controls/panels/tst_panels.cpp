@@ -65,6 +65,8 @@ private slots:
 
     void pageKeys_data();
     void pageKeys();
+    void emptyValueSelectsAPage_data();
+    void emptyValueSelectsAPage();
     void pagesBuiltOnceAndReused();
     void pagesInheritAddressContext();
     void reboundStackerRebuildsPages();
@@ -244,6 +246,35 @@ void tst_Panels::reboundStackerRebuildsPages()
     QCOMPARE(w->pageCount(), 1);
 }
 
+void tst_Panels::emptyValueSelectsAPage_data()
+{
+    QTest::addColumn<QString>("attributes");
+    QTest::addColumn<QString>("val");
+    QTest::addColumn<QString>("str");
+    QTest::addColumn<QString>("key");
+
+    QTest::newRow("range 3: step 0") << "range=\"3\"" << "0.67" << "" << "0";
+    QTest::newRow("divide 10: 0") << "divide=\"10\"" << "25" << "" << "0";
+    QTest::newRow("position text: key \"\"") << "" << "0.5" << "" << "";
+    QTest::newRow("display text: key \"\"") << "value=\"text\"" << "0.5" << "Peak" << "";
+}
+
+void tst_Panels::emptyValueSelectsAPage()
+{
+    QFETCH(QString, attributes);
+    QFETCH(QString, val);
+    QFETCH(QString, str);
+    QFETCH(QString, key);
+
+    auto *w = stacker(QStringLiteral("<StackList %1/>").arg(attributes));
+    set(w, QStringLiteral("Type"), val, str);
+    QVERIFY(w->currentKey() != key);
+    QSignalSpy changed(w, &PanelStacker::currentKeyChanged);
+    set(w, QStringLiteral("Type"), QString(), QString());
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(w->currentKey(), key);
+}
+
 void tst_Panels::initialPage_data()
 {
     QTest::addColumn<QString>("attributes");
@@ -374,6 +405,9 @@ void tst_Panels::disableValues_data()
     QTest::newRow("flag is exact") << QStringLiteral("<DisableValue>Bypass</DisableValue><StrValFlg>True</StrValFlg>")
                                    << "0" << "Bypass" << false;
     QTest::newRow("empty list") << QStringLiteral("<DisableValue>,,</DisableValue>") << "0" << "" << false;
+    QTest::newRow("blank part dropped")
+        << QStringLiteral("<DisableValue>Off, ,Bypass</DisableValue><StrValFlg>true</StrValFlg>") << "0" << "Bypass"
+        << true;
     QTest::newRow("no value yet") << QStringLiteral("<DisableValue>0</DisableValue>") << "" << "" << false;
 }
 
@@ -474,6 +508,8 @@ void tst_Panels::disablePainting_data()
     QTest::newRow("default veil, no text") << "" << DisablePanelContainer::defaultVeil << false;
     QTest::newRow("own veil") << "<Text>Locked</Text><BackgroundColor>0,0,64,128</BackgroundColor>"
                               << QColor(0, 0, 64, 128) << true;
+    QTest::newRow("transparent blocker") << "<BackgroundColor>0,0,64,0</BackgroundColor>" << QColor(0, 0, 0, 0)
+                                         << false;
 }
 
 void tst_Panels::disablePainting()
