@@ -56,7 +56,7 @@ signals:
 protected:
     //! Asks for a colour starting from \a initial: the host's answer, or a dialog that does not block.
     virtual void pickColor(const QColor &initial);
-    void refresh();
+    void refresh() override;
 
     void addressValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;
