@@ -32,6 +32,7 @@ QList<QCommandLineOption> options()
         {QStringLiteral("zoom"), QStringLiteral("zoom factor (1 is design size)"), QStringLiteral("F")},
         {QStringLiteral("plugin"), QStringLiteral("the widget plug-in (default: the one next to panelview)"), QStringLiteral("PATH")},
         {QStringLiteral("list-types"), QStringLiteral("print the type names the plug-in creates, in chain order")},
+        {QStringLiteral("long"), QStringLiteral("with --list-types: each name's line from its family page")},
         {QStringLiteral("trace"), QStringLiteral("in the window, print requests and selections as JSON lines")},
         {QStringLiteral("json"), QStringLiteral("with --check, print the findings as JSON lines")},
         {QStringLiteral("watch"), QStringLiteral("in the window, rebuild the panel when its file or a file it uses changes")},
@@ -66,6 +67,7 @@ bool CommandLine::parse(const QStringList &arguments, QString *error)
     version = parser.isSet(QStringLiteral("version"));
     check = parser.isSet(QStringLiteral("check"));
     listTypes = parser.isSet(QStringLiteral("list-types"));
+    listLong = parser.isSet(QStringLiteral("long"));
     trace = parser.isSet(QStringLiteral("trace"));
     screenshot = parser.value(QStringLiteral("screenshot"));
     script = parser.value(QStringLiteral("script"));
@@ -108,7 +110,7 @@ QString CommandLine::usage()
     QString text = parser.helpText();
     text.remove(0, text.indexOf(QLatin1Char('\n')) + 1);
     return QStringLiteral("Usage: %1 [options] PANEL.xml\n"
-                          "       %1 --list-types [--plugin PATH]\n"
+                          "       %1 --list-types [--long] [--plugin PATH]\n"
                           "       %1 --list-models | --list-parameters MODEL | --describe TYPE | --schema\n").arg(programName)
         + text;
 }

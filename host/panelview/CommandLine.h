@@ -20,6 +20,7 @@ struct CommandLine
     double zoom = 1.0;
     bool check = false;
     bool listTypes = false;
+    bool listLong = false;
     bool trace = false;
     bool help = false;
     bool version = false;

@@ -291,3 +291,87 @@ void PanelHost::emitEvent(const QString &json)
     if (m_sink)
         m_sink(json);
 }
+
+void PanelHost::setColorAnswer(bool scripted, const QColor &answer)
+{
+    m_scriptedColor = scripted;
+    m_colorAnswer = answer;
+}
+
+bool PanelHost::answerColor(QWidget *control, const QColor &initial, QColor &color)
+{
+    if (!m_scriptedColor)
+        return false;
+    auto text = [](const QColor &c) {
+        return c.isValid() ? QStringLiteral("%1,%2,%3").arg(c.red()).arg(c.green()).arg(c.blue())
+                           : QStringLiteral("cancel");
+    };
+    emitEvent(Json::Object()
+                  .add(QStringLiteral("event"), "ask")
+                  .add(QStringLiteral("widget"), control ? control->objectName() : QString())
+                  .add(QStringLiteral("colour"), text(initial))
+                  .add(QStringLiteral("answer"), text(m_colorAnswer))
+                  .toString());
+    color = m_colorAnswer;
+    return true;
+}
+
+void PanelHost::setFileAnswer(bool scripted, const QString &answer)
+{
+    m_scriptedFile = scripted;
+    m_fileAnswer = answer;
+}
+
+bool PanelHost::answerFileName(QWidget *control, bool save, const QString &caption, const QString &,
+                               QString &path)
+{
+    if (!m_scriptedFile)
+        return false;
+    emitEvent(Json::Object()
+                  .add(QStringLiteral("event"), "ask")
+                  .add(QStringLiteral("widget"), control ? control->objectName() : QString())
+                  .add(QStringLiteral("file"), save ? "save" : "open")
+                  .add(QStringLiteral("caption"), caption)
+                  .add(QStringLiteral("answer"), m_fileAnswer.isEmpty() ? QStringLiteral("cancel") : m_fileAnswer)
+                  .toString());
+    path = m_fileAnswer;
+    return true;
+}
+
+void PanelHost::windowOpened(QWidget *control, const QString &id, QWidget *window)
+{
+    if (!window)
+        return;
+    m_windows.append(window);
+    // A second window beside the panel's, at the zoom of the panel.
+    if (m_panel)
+        window->move(m_panel->geometry().topRight() + QPoint(20, 0));
+    emitEvent(Json::Object()
+                  .add(QStringLiteral("event"), "window")
+                  .add(QStringLiteral("widget"), control ? control->objectName() : QString())
+                  .add(QStringLiteral("id"), id)
+                  .add(QStringLiteral("title"), window->windowTitle())
+                  .add(QStringLiteral("open"), true)
+                  .toString());
+}
+
+void PanelHost::windowClosed(const QString &id, QWidget *window)
+{
+    m_windows.removeAll(window);
+    emitEvent(Json::Object()
+                  .add(QStringLiteral("event"), "window")
+                  .add(QStringLiteral("id"), id)
+                  .add(QStringLiteral("title"), window ? window->windowTitle() : QString())
+                  .add(QStringLiteral("open"), false)
+                  .toString());
+}
+
+QList<QWidget *> PanelHost::windows() const
+{
+    QList<QWidget *> open;
+    for (const QPointer<QWidget> &w : m_windows) {
+        if (w)
+            open.append(w);
+    }
+    return open;
+}

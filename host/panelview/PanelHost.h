@@ -76,6 +76,22 @@ public:
     QVariantMap editorInfo() const override { return QVariantMap(); }
     QString imageBasePath() const override { return m_basePath; }
     void contextAction(QWidget *control, const QString &action, const QVariantMap &data) override;
+    bool answerColor(QWidget *control, const QColor &initial, QColor &color) override;
+    bool answerFileName(QWidget *control, bool save, const QString &caption, const QString &filter,
+                        QString &path) override;
+    void windowOpened(QWidget *control, const QString &id, QWidget *window) override;
+    void windowClosed(const QString &id, QWidget *window) override;
+    //! The editor windows open now, in opening order.
+    QList<QWidget *> windows() const;
+
+    /*!
+        While set, colour questions are answered here with \a answer (an
+        invalid colour cancels) instead of a dialog: scripts never wait for
+        a user.
+    */
+    void setColorAnswer(bool scripted, const QColor &answer = QColor());
+    //! As setColorAnswer(), for file questions; an empty \a answer cancels.
+    void setFileAnswer(bool scripted, const QString &answer = QString());
 
     void parameterChanged(const QVariantMap &address) override;
 
@@ -92,6 +108,11 @@ private:
     QStringList m_warnings;
     QPointer<QWidget> m_panel;
     float m_zoom = 1.0f;
+    bool m_scriptedColor = false;
+    QColor m_colorAnswer;
+    QList<QPointer<QWidget>> m_windows;
+    bool m_scriptedFile = false;
+    QString m_fileAnswer;
     std::function<void(const QString &)> m_sink;
     bool m_tearingDown = false;
 };

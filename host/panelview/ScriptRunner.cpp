@@ -147,6 +147,9 @@ void ScriptRunner::print(const QString &line)
 bool ScriptRunner::run(const QString &script, const QString &fileName)
 {
     m_host->setEventSink([this](const QString &line) { print(line); });
+    // A script has no user to answer a dialog: colour questions are cancelled until it says otherwise.
+    m_host->setColorAnswer(true);
+    m_host->setFileAnswer(true);
     m_folder = fileName == QLatin1String("<stdin>") ? QDir::currentPath() : QFileInfo(fileName).absolutePath();
     if (QWidget *panel = m_host->panel()) {
         panel->show();
@@ -608,6 +611,32 @@ bool ScriptRunner::execute(const QStringList &tokens, QString *message)
             *message = QStringLiteral("cannot write \"%1\"").arg(tokens.at(1));
             return false;
         }
+        return true;
+    }
+    if (command == QLatin1String("colour")) {
+        if (!arguments(1, "colour R,G,B|cancel"))
+            return false;
+        QColor answer;
+        if (tokens.at(1) != QLatin1String("cancel")) {
+            const QStringList parts = tokens.at(1).split(QLatin1Char(','));
+            int rgb[3] = {-1, -1, -1};
+            for (int i = 0; parts.size() == 3 && i < 3; ++i) {
+                if (!parseInt(parts.at(i).trimmed(), &rgb[i]) || rgb[i] < 0 || rgb[i] > 255)
+                    rgb[i] = -1;
+            }
+            if (rgb[0] < 0 || rgb[1] < 0 || rgb[2] < 0) {
+                *message = QStringLiteral("bad colour \"%1\" (R,G,B from 0 to 255, or cancel)").arg(tokens.at(1));
+                return false;
+            }
+            answer = QColor(rgb[0], rgb[1], rgb[2]);
+        }
+        m_host->setColorAnswer(true, answer);
+        return true;
+    }
+    if (command == QLatin1String("file")) {
+        if (!arguments(1, "file PATH|cancel"))
+            return false;
+        m_host->setFileAnswer(true, tokens.at(1) == QLatin1String("cancel") ? QString() : tokens.at(1));
         return true;
     }
     if (command == QLatin1String("echo")) {

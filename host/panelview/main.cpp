@@ -9,6 +9,7 @@
 #include "Schema.h"
 #include "ScriptRunner.h"
 #include "SignalClock.h"
+#include "TypeDescriptions.h"
 #include "TypeNames.h"
 
 #include <corvane/IHostCore.h>
@@ -150,6 +151,8 @@ int main(int argc, char *argv[])
         QStringList names;
         if (!TypeNames::of(pluginPath, &names, &error))
             return fail(QStringLiteral("the plug-in lists no type names: %1").arg(error));
+        if (options.listLong)
+            names = TypeDescriptions::describe(names, TypeDescriptions::builtIn());
         for (const QString &name : qAsConst(names))
             out << name << QLatin1Char('\n');
         return 0;

@@ -1,6 +1,7 @@
 #ifndef CORVANE_IHOSTCORE_H
 #define CORVANE_IHOSTCORE_H
 
+#include <QColor>
 #include <QMap>
 #include <QString>
 #include <QVariantMap>
@@ -72,6 +73,42 @@ public:
     virtual QString imageBasePath() const = 0;
     //! A context-menu action ("Add to Parameter Set", ...) chosen on \a control, with the action's data.
     virtual void contextAction(QWidget *control, const QString &action, const QVariantMap &data) = 0;
+
+    /*!
+        A control asks the user for a colour, starting from \a initial. A host
+        with a picker of its own, or one that plays a script, answers here:
+        true with \a color set (invalid when cancelled). False leaves the
+        asking to the control, which never blocks for it.
+    */
+    virtual bool answerColor(QWidget *control, const QColor &initial, QColor &color)
+    {
+        Q_UNUSED(control) Q_UNUSED(initial) Q_UNUSED(color)
+        return false;
+    }
+    /*!
+        A control asks for a file to open (\a save false) or to save to, as
+        answerColor() asks for a colour: true with \a path set (empty when
+        cancelled), false leaves it to the control's own dialog, which never
+        blocks.
+    */
+    virtual bool answerFileName(QWidget *control, bool save, const QString &caption, const QString &filter,
+                                QString &path)
+    {
+        Q_UNUSED(control) Q_UNUSED(save) Q_UNUSED(caption) Q_UNUSED(filter) Q_UNUSED(path)
+        return false;
+    }
+    /*!
+        \a control opened \a window, a panel it built through the host's
+        panel factory (an editor named \a id), as a window of its own. The
+        window belongs to the panel \a control sits in; the host may place
+        it, decorate it and reach its controls.
+    */
+    virtual void windowOpened(QWidget *control, const QString &id, QWidget *window)
+    {
+        Q_UNUSED(control) Q_UNUSED(id) Q_UNUSED(window)
+    }
+    //! The window of editor \a id closes; it is deleted soon after. Not called when its panel is destroyed.
+    virtual void windowClosed(const QString &id, QWidget *window) { Q_UNUSED(id) Q_UNUSED(window) }
 };
 
 /*!

@@ -1,6 +1,7 @@
 #include "AddressingMixins.h"
 
 #include "data/ParameterKeys.h"
+#include "plugin/ExternalDevicesDB.h"
 
 namespace Addressing {
 
@@ -112,6 +113,23 @@ bool SpeakerAddressing::readModelMap(const QDomElement &e)
     return true;
 }
 
+bool SpeakerAddressing::readConnectedPort(const QDomElement &e)
+{
+    bool ok = false;
+    const int port = e.attribute(QStringLiteral("connect_port_inedx")).trimmed().toInt(&ok);
+    if (!ok || port < 0)
+        return false;
+    m_port = port;
+    m_portPattern = e.attribute(QStringLiteral("extdev_speaker_ports")).trimmed();
+    return true;
+}
+
+QString SpeakerAddressing::portAddress(int port) const
+{
+    const QString pattern = m_portPattern.isEmpty() ? QStringLiteral("ExtDev/SpeakerPort{port}") : m_portPattern;
+    return QString(pattern).replace(QLatin1String("{port}"), QString::number(port));
+}
+
 bool SpeakerAddressing::readBaseAddressList(const QDomElement &e)
 {
     m_baseList.clear();
@@ -129,10 +147,20 @@ QString SpeakerAddressing::baseFor(const BaseWidget &widget, const QString &type
         return m_baseList.value(number.toInt(), m_default);
     }
     if (type == QLatin1String("SpeakerModel")) {
-        const QString model = widget.displayText(index);
+        const QString model = widget.displayText(index).trimmed();
         if (model.isEmpty() && widget.addressAt(index).value().isEmpty())
             return QString();
-        return m_modelMap.value(model, m_default);
+        // The widget's own map first, then the loudspeaker's data, then DEFAULT.
+        const auto own = m_modelMap.constFind(model);
+        if (own != m_modelMap.cend())
+            return *own;
+        if (!model.isEmpty()) {
+            const QString base = ExternalDevicesDB::instance().speaker(model).value(QStringLiteral("BaseAddress"))
+                                     .toString().trimmed();
+            if (!base.isEmpty())
+                return base;
+        }
+        return m_default;
     }
     return m_default;
 }

@@ -176,15 +176,24 @@ public:
     QString defaultBase() const { return m_default; }
     QStringList baseAddressList() const { return m_baseList; }
 
+    //! The port of the device whose connected loudspeaker the widget follows; -1 when none is named.
+    int connectedPort() const { return m_port; }
+    //! The address of the parameter naming the loudspeaker connected at \a port.
+    QString portAddress(int port) const;
+
 protected:
     bool readModelMap(const QDomElement &e);
     bool readBaseAddressList(const QDomElement &e);
+    //! Reads "connect_port_inedx" and "extdev_speaker_ports"; false when no port is named.
+    bool readConnectedPort(const QDomElement &e);
     //! The base address for the selector of \a type at \a index.
     QString baseFor(const BaseWidget &widget, const QString &type, int index) const;
 
     QMap<QString, QString> m_modelMap;
     QString m_default;
     QStringList m_baseList;
+    QString m_portPattern;
+    int m_port = -1;
 };
 
 template <class Base>
@@ -216,6 +225,12 @@ public:
             QVariantMap keys = BaseWidget::parseAddressKeys(e);
             return this->appendAddress(keys, QStringLiteral("SpeakerModel"));
         }
+        // The loudspeaker connected at a port of the device: its model is
+        // the text of the port's connection parameter.
+        if (readConnectedPort(e)) {
+            const QVariantMap keys{{QString(Key::prmAddr), portAddress(connectedPort())}};
+            return this->appendAddress(keys, QStringLiteral("SpeakerModel"));
+        }
         updateBase(QString());
         return true;
     }
@@ -227,8 +242,14 @@ public:
     bool readDefault(const QDomElement &e)
     {
         m_default = e.text().trimmed();
-        if (this->indexOfAddressType(QStringLiteral("SpeakerModel")) < 0
-            && this->indexOfAddressType(QStringLiteral("SpeakerChannel")) < 0)
+        // A selector read before "DEFAULT" may have found nothing better.
+        const int model = this->indexOfAddressType(QStringLiteral("SpeakerModel"));
+        const int channel = this->indexOfAddressType(QStringLiteral("SpeakerChannel"));
+        if (model >= 0)
+            updateBase(QStringLiteral("SpeakerModel"), model);
+        else if (channel >= 0)
+            updateBase(QStringLiteral("SpeakerChannel"), channel);
+        else
             updateBase(QString());
         return true;
     }

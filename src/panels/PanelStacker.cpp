@@ -26,6 +26,9 @@ protected:
     }
 };
 
+// Keys whose file was missing are remembered up to this many.
+constexpr int MaxRememberedMisses = 256;
+
 } // namespace
 
 PanelStacker::PanelStacker(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
@@ -142,27 +145,58 @@ QWidget *PanelStacker::createPage(const QString &key)
     const QDomElement listed = m_pageElements.value(key);
     if (!listed.isNull())
         return Panels::buildPage(factory, listed, this, this, context);
-    if (!m_filePattern.isEmpty()) {
-        QDomElement byName = m_store.keep(QDomDocument().createElement(QStringLiteral("Page")));
-        byName.setAttribute(QStringLiteral("file"), QString(m_filePattern).replace(QLatin1String("%1"), key));
-        if (QWidget *page = Panels::buildPage(factory, byName, this, this, context))
-            return page;
+    const QString name = QString(m_filePattern).replace(QLatin1String("%1"), key).trimmed();
+    // A page without a file name would be built as an empty inline page.
+    if (m_filePattern.isEmpty() || name.isEmpty())
+        return nullptr;
+    QDomElement byName = m_store.keep(QDomDocument().createElement(QStringLiteral("Page")));
+    byName.setAttribute(QStringLiteral("file"), name);
+    return Panels::buildPage(factory, byName, this, this, context);
+}
+
+QWidget *PanelStacker::page(const QString &key) const
+{
+    if (QWidget *own = m_pages.value(key))
+        return own;
+    return m_pageElements.contains(key) ? nullptr : m_fallback.data();
+}
+
+QWidget *PanelStacker::ensureFallbackPage()
+{
+    if (m_fallback || m_fallbackPage.isNull())
+        return m_fallback;
+    if (m_pages.isEmpty())
+        m_builtContext = Panels::inheritedContext(*this);
+    m_fallback = Panels::buildPage(panelFactory(), m_fallbackPage, this, this, Panels::inheritedContext(*this));
+    if (m_fallback) {
+        m_layout->addWidget(m_fallback);
+        emit pageCreated(QString(), m_fallback);
+    } else {
+        m_fallbackPage = QDomElement(); // not tried again
     }
-    return Panels::buildPage(factory, m_fallbackPage, this, this, context);
+    return m_fallback;
 }
 
 QWidget *PanelStacker::ensurePage(const QString &key)
 {
     if (QWidget *existing = m_pages.value(key))
         return existing;
+    // Every key of a continuous parameter may be new: keys that have no page
+    // of their own share the one page without a key instead of building it
+    // anew, and only listed keys and files are worth remembering as missing.
+    const bool listed = m_pageElements.contains(key);
     if (m_failed.contains(key))
-        return nullptr;
-    if (m_pages.isEmpty())
+        return listed ? nullptr : ensureFallbackPage();
+    if (!listed && m_filePattern.isEmpty())
+        return ensureFallbackPage();
+    if (m_pages.isEmpty() && !m_fallback)
         m_builtContext = Panels::inheritedContext(*this);
     QWidget *page = createPage(key);
     if (!page) {
+        if (m_failed.size() >= MaxRememberedMisses)
+            m_failed.clear();
         m_failed.insert(key);
-        return nullptr;
+        return listed ? nullptr : ensureFallbackPage();
     }
     m_pages.insert(key, page);
     m_layout->addWidget(page);
@@ -222,6 +256,12 @@ void PanelStacker::dropPages()
         page->deleteLater();
     }
     m_pages.clear();
+    if (m_fallback) {
+        m_layout->removeWidget(m_fallback);
+        m_fallback->hide();
+        m_fallback->deleteLater();
+        m_fallback = nullptr;
+    }
     m_failed.clear();
     m_shown = false;
 }

@@ -69,8 +69,9 @@ public:
     bool configure(const QDomNode &element) override;
 
     QString currentKey() const { return m_currentKey; }
-    int pageCount() const { return m_pages.size(); }
-    //! The keys of the pages built so far, joined by ",".
+    //! The pages built so far; the page for unlisted keys counts once.
+    int pageCount() const { return m_pages.size() + (m_fallback ? 1 : 0); }
+    //! The keys of the pages built for their own key so far, joined by ",".
     QString pageKeys() const { return QStringList(m_pages.keys()).join(QLatin1Char(',')); }
     int stepCount() const { return m_stepCount; }
     int divisor() const { return m_divisor; }
@@ -81,7 +82,7 @@ public:
     //! Whether a page (rather than the empty area) is on show.
     bool isPageShown() const;
 
-    QWidget *page(const QString &key) const { return m_pages.value(key); }
+    QWidget *page(const QString &key) const;
     QWidget *currentPage() const;
     //! The keys of the listed pages.
     QStringList listedKeys() const { return m_pageElements.keys(); }
@@ -110,10 +111,12 @@ protected:
 
 private:
     QWidget *ensurePage(const QString &key);
+    QWidget *ensureFallbackPage();
     void updatePage();
     void dropPages();
 
     QMap<QString, QPointer<QWidget>> m_pages;
+    QPointer<QWidget> m_fallback;      // built once, shared by every unlisted key
     QString m_currentKey;
     qint16 m_stepCount = 0;
     qint16 m_divisor = 0;

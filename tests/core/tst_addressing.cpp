@@ -1,9 +1,11 @@
 #include "controls/dial/dial_variants.h"
 #include "controls/fader/fader_variants.h"
 #include "controls/indicator/indicator_variants.h"
+#include "plugin/ExternalDevicesDB.h"
 #include "support/RecordingHost.h"
 
 #include <QDomDocument>
+#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
@@ -44,6 +46,8 @@ private slots:
     void selectorStaysBehindOwnAddresses();
     void speakerModelMap();
     void speakerBaseAddressList();
+    void speakerConnectedAtPort_data();
+    void speakerConnectedAtPort();
     void tuningZone();
     void matrixCell();
     void bandSharing();
@@ -168,6 +172,76 @@ void tst_Addressing::speakerBaseAddressList()
                         "<BaseAddressList><A>Sp:A</A><A>Sp:B</A></BaseAddressList>"
                         "<ChannelSelectAddress prmAddr='Local:Sp'/></Widget>"));
     QCOMPARE(w.address(0).prmAddr(), QString("Sp:B/Gain"));
+}
+
+void tst_Addressing::speakerConnectedAtPort_data()
+{
+    QTest::addColumn<QString>("map");      // attributes and models of ModelToBaseAddressMap
+    QTest::addColumn<bool>("defaultFirst"); // DEFAULT before the map
+    QTest::addColumn<QString>("port");     // the connection parameter the widget should read
+    QTest::addColumn<QString>("model");    // what is connected
+    QTest::addColumn<QString>("bound");
+
+    const QString at3 = QStringLiteral("connect_port_inedx='3'");
+    QTest::newRow("the loudspeaker's base") << at3 << false << "ExtDev/SpeakerPort3" << "Arc12" << "Spk/Arc12/Gain";
+    QTest::newRow("another loudspeaker") << at3 << false << "ExtDev/SpeakerPort3" << "Arc18S" << "Spk/Arc18S/Gain";
+    QTest::newRow("the widget's own map first") << at3 + "><Model name='Arc12'>Own:Arc12</Model"
+                                                << false << "ExtDev/SpeakerPort3" << "Arc12" << "Own:Arc12/Gain";
+    QTest::newRow("unknown model: DEFAULT") << at3 << false << "ExtDev/SpeakerPort3" << "Nope" << "Def/Gain";
+    QTest::newRow("nothing connected: DEFAULT") << at3 << false << "ExtDev/SpeakerPort3" << "" << "Def/Gain";
+    QTest::newRow("DEFAULT read first") << at3 << true << "ExtDev/SpeakerPort3" << "" << "Def/Gain";
+    QTest::newRow("the device's own port parameter")
+        << "connect_port_inedx='0' extdev_speaker_ports='Out{port}/Speaker'" << false << "Out0/Speaker" << "Arc12"
+        << "Spk/Arc12/Gain";
+    QTest::newRow("a port that is no number: no port") << "connect_port_inedx='x'" << false << "" << "Arc12"
+                                                       << "Def/Gain";
+}
+
+void tst_Addressing::speakerConnectedAtPort()
+{
+    QFETCH(QString, map);
+    QFETCH(bool, defaultFirst);
+    QFETCH(QString, port);
+    QFETCH(QString, model);
+    QFETCH(QString, bound);
+
+    QTemporaryDir dir;
+    QFile f(dir.filePath("speakers.xml"));
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write("<ExternalDevices>"
+            "<Speaker model='Arc12'><BaseAddress>Spk/Arc12</BaseAddress></Speaker>"
+            "<Speaker model='Arc18S' BaseAddress='Spk/Arc18S'/>"
+            "<Speaker model='Bare'/>"
+            "</ExternalDevices>");
+    f.close();
+    QVERIFY(ExternalDevicesDB::instance().load(dir.path()));
+
+    RecordingHost host;
+    ParameterManagementRegistry registry;
+    if (!port.isEmpty())
+        host.setParameter("dev1", port, "0", model);
+    SpeakerDial w(&host, &registry, nullptr);
+    const QString def = QStringLiteral("<DEFAULT>Def</DEFAULT>");
+    const QString mapTag = map.contains(QLatin1String("<Model"))
+        ? QStringLiteral("<ModelToBaseAddressMap %1></ModelToBaseAddressMap>").arg(map)
+        : QStringLiteral("<ModelToBaseAddressMap %1/>").arg(map);
+    w.configure(element("<Widget><Address prmAddr='{BaseAddress}/Gain'/>" + (defaultFirst ? def + mapTag : mapTag + def)
+                        + "</Widget>"));
+    QCOMPARE(w.address(0).prmAddr(), bound);
+    QVERIFY(registered(registry, bound, &w));
+    if (port.isEmpty())
+        return;
+    QCOMPARE(w.address(1).prmAddr(), port);
+
+    // Another loudspeaker connected: the address follows, the old one is let go.
+    host.setParameter("dev1", port, "0", "Arc18S");
+    w.notifyValueChanged(parameter(port));
+    const QString now = bound.startsWith(QLatin1String("Own:")) || model != QLatin1String("Arc18S")
+        ? QStringLiteral("Spk/Arc18S/Gain") : bound;
+    QCOMPARE(w.address(0).prmAddr(), now);
+    QVERIFY(registered(registry, now, &w));
+    if (now != bound)
+        QVERIFY(!registered(registry, bound, &w));
 }
 
 void tst_Addressing::tuningZone()

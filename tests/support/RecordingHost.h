@@ -77,6 +77,16 @@ public:
     {
         actions.append({control, text, data});
     }
+    void windowOpened(QWidget *, const QString &id, QWidget *) override { windowEvents << "open " + id; }
+    void windowClosed(const QString &id, QWidget *) override { windowEvents << "close " + id; }
+    bool answerColor(QWidget *, const QColor &initial, QColor &color) override
+    {
+        if (!answersColors)
+            return false;
+        colorsAsked.append(initial);
+        color = colorAnswer;
+        return true;
+    }
 
     QMap<QString, QMap<QString, QString>> parameters;
     QList<Request> requests;
@@ -90,6 +100,10 @@ public:
     float zoom = 1.0f;
     bool active = false;
     int reads = 0;
+    bool answersColors = false;   // answerColor() answers colorAnswer
+    QColor colorAnswer;
+    QList<QColor> colorsAsked;
+    QStringList windowEvents;
 };
 
 #endif

@@ -376,27 +376,47 @@ void Button::changeEvent(QEvent *event)
 // ---------------------------------------------------------------------------
 // Dialogs
 
-QString Button::askFileName(FileDialog kind, const QString &caption, const QString &filter)
-{
-    // Remembered across buttons: library files of one project sit together.
-    static QString lastFolder;
-    const QString path = kind == FileDialog::Open
-        ? QFileDialog::getOpenFileName(this, caption, lastFolder, filter)
-        : QFileDialog::getSaveFileName(this, caption, lastFolder, filter);
-    if (!path.isEmpty())
-        lastFolder = QFileInfo(path).absolutePath();
-    return path;
+namespace {
+// Remembered across buttons: library files of one project sit together.
+QString lastFileFolder;
 }
 
-void Button::sendChosenFile(FileDialog kind, const QString &caption, const QString &filter, const QString &extension)
+bool Button::askFileName(FileDialog kind, const QString &caption, const QString &filter, QString *path)
 {
-    QString path = askFileName(kind, caption, filter);
+    return hostCore() && hostCore()->answerFileName(this, kind == FileDialog::Save, caption, filter, *path);
+}
+
+void Button::sendFile(FileDialog kind, QString path, const QString &extension)
+{
     if (path.isEmpty())
         return;
+    lastFileFolder = QFileInfo(path).absolutePath();
     if (kind == FileDialog::Save && !extension.isEmpty()
         && !path.endsWith(QLatin1Char('.') + extension, Qt::CaseInsensitive))
         path += QLatin1Char('.') + extension;
     requestText(path, 0);
+}
+
+void Button::sendChosenFile(FileDialog kind, const QString &caption, const QString &filter, const QString &extension)
+{
+    QString path;
+    if (askFileName(kind, caption, filter, &path)) {
+        sendFile(kind, path, extension);
+        return;
+    }
+    if (m_fileDialog) {
+        m_fileDialog->raise();
+        return;
+    }
+    // Not exec()'d: the click returns at once and the choice arrives later.
+    m_fileDialog = new QFileDialog(this, caption, lastFileFolder, filter);
+    m_fileDialog->setAttribute(Qt::WA_DeleteOnClose);
+    m_fileDialog->setWindowModality(Qt::NonModal);
+    m_fileDialog->setAcceptMode(kind == FileDialog::Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    m_fileDialog->setFileMode(kind == FileDialog::Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    connect(m_fileDialog.data(), &QFileDialog::fileSelected, this,
+            [this, kind, extension](const QString &chosen) { sendFile(kind, chosen, extension); });
+    m_fileDialog->show();
 }
 
 // ---------------------------------------------------------------------------

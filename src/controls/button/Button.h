@@ -6,7 +6,10 @@
 #include <QColor>
 #include <QHash>
 #include <QImage>
+#include <QPointer>
 #include <QStringList>
+
+class QFileDialog;
 
 /*!
     \class Button
@@ -113,14 +116,17 @@ public:
 
 protected:
     /*!
-        Asks the user for a file; returns the chosen path, empty when the
-        dialog was cancelled. Buttons that store or recall files call it;
-        tests replace it.
+        Asks for a file without waiting for a user: true with \a path set
+        (empty when cancelled) when the answer is known at once, as a host
+        playing a script gives it (IHostCore::answerFileName()); false when a
+        dialog must ask.
     */
-    virtual QString askFileName(FileDialog kind, const QString &caption, const QString &filter);
+    virtual bool askFileName(FileDialog kind, const QString &caption, const QString &filter, QString *path);
     /*!
         Asks for a file and sends its path as text on index 0. A saved name
         without \a extension gets it appended; nothing is sent on cancel.
+        Without an answer at once a file dialog opens that is not modal: the
+        path is sent when it is chosen.
     */
     void sendChosenFile(FileDialog kind, const QString &caption, const QString &filter, const QString &extension);
 
@@ -161,6 +167,7 @@ protected:
 
 private:
     QImage loadImage(const QString &name, const QSize &size, bool keepAspect) const;
+    void sendFile(FileDialog kind, QString path, const QString &extension);
     void setImageName(QString &member, const QString &name);
 
     QString m_offImage;
@@ -176,6 +183,7 @@ private:
     bool m_operable = true;
     bool m_readOnly = false;
 
+    QPointer<QFileDialog> m_fileDialog;
     bool m_pressInside = true;
     bool m_keyboardFocus = false;
 };

@@ -554,3 +554,13 @@ bool ReturnButton::readReturnValue(const QDomElement &e)
     m_returnValue = value;
     return true;
 }
+
+// ---------------------------------------------------------------------------
+// ParentPanelButton
+
+void ParentPanelButton::clickAction()
+{
+    QWidget *w = window();
+    if (w != this && WindowButton::isEditorWindow(w))
+        w->close();
+}

@@ -3,6 +3,7 @@
 
 #include "core/AddressingMixins.h"
 #include "controls/button/Button.h"
+#include "controls/button/WindowButton.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
@@ -57,6 +58,7 @@ private:
     bool m_valueFromHint = false;
 };
 
+//! Behaves as SelectButton: nothing of its own.
 class SelectButtonWithMessage : public SelectButton
 {
     Q_OBJECT
@@ -64,6 +66,7 @@ public:
     using SelectButton::SelectButton;
 };
 
+//! Behaves as SelectButton, on a device-state parameter: nothing of its own.
 class DeviceStatusSelectButton : public SelectButton
 {
     Q_OBJECT
@@ -82,6 +85,7 @@ protected:
     bool isFlat() const override { return true; }
 };
 
+//! Behaves as its family, on a feedback-suppressor switch: nothing of its own.
 class FbsButton : public Button
 {
     Q_OBJECT
@@ -89,6 +93,7 @@ public:
     using Button::Button;
 };
 
+//! Behaves as FlatButton, on a feedback-suppressor switch: nothing of its own.
 class FbsFlatButton : public FlatButton
 {
     Q_OBJECT
@@ -96,6 +101,7 @@ public:
     using FlatButton::FlatButton;
 };
 
+//! The button on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectButton : public ChannelSelect<Button>
 {
     Q_OBJECT
@@ -103,27 +109,40 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+/*!
+    Closes the editor window it sits in (one a window button opened), going
+    back to the panel behind it; lit never. Elsewhere a click does nothing.
+*/
 class ParentPanelButton : public Button
 {
     Q_OBJECT
 public:
     using Button::Button;
+    bool isOn() const override { return false; }
+    void clickAction() override;
 };
 
-class MatrixButton : public Button
+/*!
+    The on/off switch of one matrix cell: "AddressForm" names the cell's
+    parameter with {x} and {y}, "XIndex" and "YIndex" give them, and the
+    button toggles that crosspoint as Button toggles its parameter.
+*/
+class MatrixButton : public MatrixCell<Button>
 {
     Q_OBJECT
 public:
-    using Button::Button;
+    using MatrixCell::MatrixCell;
 };
 
-class CreateEditorButton : public Button
+//! Opens the editor "EditorID" in a window of its own; WindowButton's behaviour unchanged.
+class CreateEditorButton : public WindowButton
 {
     Q_OBJECT
 public:
-    using Button::Button;
+    using WindowButton::WindowButton;
 };
 
+//! The Brio panels' name for the same editor button.
 class BrioCreateEditorButton : public CreateEditorButton
 {
     Q_OBJECT
@@ -131,13 +150,16 @@ public:
     using CreateEditorButton::CreateEditorButton;
 };
 
+//! Hides (closes) the editor "EditorID" while it is open; lit while it is, never opens it.
 class BrioCreateEditorHideButton : public BrioCreateEditorButton
 {
     Q_OBJECT
 public:
     using BrioCreateEditorButton::BrioCreateEditorButton;
+    void clickAction() override { closeWindow(); }
 };
 
+//! The flat button on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectFlatButton : public ChannelSelect<FlatButton>
 {
     Q_OBJECT
@@ -219,6 +241,7 @@ protected:
     bool isFir() const override { return true; }
 };
 
+//! The select button on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectSelectButton : public ChannelSelect<SelectButton>
 {
     Q_OBJECT
@@ -251,6 +274,7 @@ private:
     int onCount(int *bound) const;
 };
 
+//! Behaves as its family, on a trigger parameter: nothing of its own.
 class FixedTriggerButton : public Button
 {
     Q_OBJECT
@@ -258,6 +282,7 @@ public:
     using Button::Button;
 };
 
+//! Behaves as its family, on a protection switch: nothing of its own.
 class ProtectButton : public Button
 {
     Q_OBJECT
@@ -265,6 +290,7 @@ public:
     using Button::Button;
 };
 
+//! The channel-select button on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerChannelSelectButton : public Speaker<ChannelSelectButton>
 {
     Q_OBJECT
@@ -272,6 +298,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! The button on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerButton : public Speaker<Button>
 {
     Q_OBJECT
@@ -279,6 +306,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! The solo switch of a zone: the button for one tuning zone (Zone): the base and its addressing do it all.
 class TuningZoneSoloButton : public TuningZone<Button>
 {
     Q_OBJECT
@@ -286,6 +314,7 @@ public:
     using TuningZone::TuningZone;
 };
 
+//! The button for one shared band (BandNum): the base and its addressing do it all.
 class BandSharingButton : public BandSharing<Button>
 {
     Q_OBJECT
@@ -293,6 +322,7 @@ public:
     using BandSharing::BandSharing;
 };
 
+//! The flat button for one shared band (BandNum): the base and its addressing do it all.
 class BandSharingFlatButton : public BandSharing<FlatButton>
 {
     Q_OBJECT
@@ -325,6 +355,7 @@ private:
     QString m_matchValue;
 };
 
+//! The match-value button for one shared band (BandNum): the base and its addressing do it all.
 class BandSharingMatchValueButton : public BandSharing<MatchValueButton>
 {
     Q_OBJECT
@@ -332,6 +363,7 @@ public:
     using BandSharing::BandSharing;
 };
 
+//! The select button for one shared band (BandNum): the base and its addressing do it all.
 class BandSharingSelectButton : public BandSharing<SelectButton>
 {
     Q_OBJECT
@@ -339,6 +371,7 @@ public:
     using BandSharing::BandSharing;
 };
 
+//! The button for one tuning zone (Zone): the base and its addressing do it all.
 class TuningZoneButton : public TuningZone<Button>
 {
     Q_OBJECT
@@ -381,6 +414,7 @@ private:
     int m_step = 1;
 };
 
+//! The step button for one tuning zone (Zone): the base and its addressing do it all.
 class TuningZoneStepButton : public TuningZone<StepButton>
 {
     Q_OBJECT
@@ -388,6 +422,7 @@ public:
     using TuningZone::TuningZone;
 };
 
+//! The select button on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerSelectButton : public Speaker<SelectButton>
 {
     Q_OBJECT
@@ -395,6 +430,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! The equivalent button on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerEquivalentButton : public Speaker<EquivalentButton>
 {
     Q_OBJECT
@@ -402,6 +438,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! The flat button on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerFlatButton : public Speaker<FlatButton>
 {
     Q_OBJECT
@@ -409,6 +446,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! The select button on the connected loudspeaker's identity parameter: the base and its addressing do it all.
 class SpeakerGuidSelectButton : public Speaker<SelectButton>
 {
     Q_OBJECT
@@ -438,6 +476,7 @@ public:
     using LibraryFile::LibraryFile;
 };
 
+//! The button on the name of the loudspeaker port: the base and its addressing do it all.
 class SpeakerPortNameButton : public Speaker<Button>
 {
     Q_OBJECT
@@ -445,6 +484,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! Behaves as its family: nothing of its own.
 class GroupEditorConfirmButton : public Button
 {
     Q_OBJECT
@@ -452,6 +492,7 @@ public:
     using Button::Button;
 };
 
+//! Behaves as its family, on a matrix mixer's tool switch: nothing of its own.
 class MatrixMixerToolButton : public Button
 {
     Q_OBJECT
@@ -459,13 +500,18 @@ public:
     using Button::Button;
 };
 
-class ChildWindowButton : public Button
+//! Opens a child window: a tool window kept above the panel's window, closed with it.
+class ChildWindowButton : public WindowButton
 {
     Q_OBJECT
 public:
-    using Button::Button;
+    using WindowButton::WindowButton;
+
+protected:
+    Qt::WindowFlags editorWindowFlags() const override { return Qt::Tool; }
 };
 
+//! Behaves as its family: nothing of its own.
 class QuayPatchPasteButton : public Button
 {
     Q_OBJECT
@@ -473,6 +519,7 @@ public:
     using Button::Button;
 };
 
+//! Behaves as its family, on the feedback detection switch: nothing of its own.
 class FbsDetectControlButton : public Button
 {
     Q_OBJECT
@@ -546,6 +593,7 @@ public:
     void clickAction() override;
 };
 
+//! Behaves as its family, on a probe switch: nothing of its own.
 class ProbeOnButton : public Button
 {
     Q_OBJECT
@@ -553,6 +601,7 @@ public:
     using Button::Button;
 };
 
+//! Behaves as its family, on a test-signal trigger: nothing of its own.
 class SendTestButton : public Button
 {
     Q_OBJECT
@@ -560,13 +609,15 @@ public:
     using Button::Button;
 };
 
-class MatrixMixerButton : public Button
+//! A matrix mixer's crosspoint switch: MatrixButton's cell addressing unchanged.
+class MatrixMixerButton : public MatrixButton
 {
     Q_OBJECT
 public:
-    using Button::Button;
+    using MatrixButton::MatrixButton;
 };
 
+//! The Brio panels' name for the same cell switch.
 class BrioMatrixButton : public MatrixButton
 {
     Q_OBJECT
@@ -574,6 +625,7 @@ public:
     using MatrixButton::MatrixButton;
 };
 
+//! Behaves as SelectButton, choosing an echo canceller's input port: nothing of its own.
 class AecInputPortSelButton : public SelectButton
 {
     Q_OBJECT
@@ -581,6 +633,7 @@ public:
     using SelectButton::SelectButton;
 };
 
+//! Behaves as SelectButton, choosing an echo canceller's output port: nothing of its own.
 class AecOutputPortSelButton : public SelectButton
 {
     Q_OBJECT
@@ -588,6 +641,7 @@ public:
     using SelectButton::SelectButton;
 };
 
+//! Behaves as its family, on a feedback detection state: nothing of its own.
 class FbsDetectButton : public Button
 {
     Q_OBJECT
@@ -595,6 +649,7 @@ public:
     using Button::Button;
 };
 
+//! The Brio panels' name for the same crosspoint switch.
 class BrioMatrixMixerButton : public MatrixMixerButton
 {
     Q_OBJECT
@@ -602,6 +657,7 @@ public:
     using MatrixMixerButton::MatrixMixerButton;
 };
 
+//! Behaves as its family, on an audio codec switch: nothing of its own.
 class AudioCodecButton : public Button
 {
     Q_OBJECT
@@ -609,6 +665,7 @@ public:
     using Button::Button;
 };
 
+//! Behaves as its family, on a pairing trigger: nothing of its own.
 class PairButton : public Button
 {
     Q_OBJECT
@@ -616,6 +673,7 @@ public:
     using Button::Button;
 };
 
+//! Behaves as its family, on a card player's play switch: nothing of its own.
 class SDPlayButton : public Button
 {
     Q_OBJECT
@@ -623,6 +681,7 @@ public:
     using Button::Button;
 };
 
+//! Behaves as its family, on a card player's list switch: nothing of its own.
 class SDListButton : public Button
 {
     Q_OBJECT
@@ -630,6 +689,7 @@ public:
     using Button::Button;
 };
 
+//! The Vela panels' name for the same crosspoint switch.
 class VelaMatrixMixerButton : public MatrixMixerButton
 {
     Q_OBJECT
@@ -667,6 +727,7 @@ private:
     QStringList m_targets;
 };
 
+//! The button that takes no focus and is disabled on listed values (RejectValue): the base and its addressing do it all.
 class RejectFocusButton : public RejectFocus<Button>
 {
     Q_OBJECT
@@ -753,6 +814,7 @@ private:
     int m_returnValue = 1;
 };
 
+//! Behaves as its family, on a temporary link switch: nothing of its own.
 class TmpLinkRegisterButton : public Button
 {
     Q_OBJECT

@@ -12,6 +12,7 @@ public:
     PrmViewComboBox(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
 };
 
+//! Behaves as its family: nothing of its own.
 class KeyInMultiComboBox : public ComboBox
 {
     Q_OBJECT
@@ -19,6 +20,7 @@ public:
     using ComboBox::ComboBox;
 };
 
+//! Behaves as its family, choosing a probe's monitor point: nothing of its own.
 class ProbeMonitorComboBox : public ComboBox
 {
     Q_OBJECT
@@ -26,6 +28,7 @@ public:
     using ComboBox::ComboBox;
 };
 
+//! The combo box on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectComboBox : public ChannelSelect<ComboBox>
 {
     Q_OBJECT
@@ -33,6 +36,7 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+//! The combo box for one tuning zone (Zone): the base and its addressing do it all.
 class TuningZoneComboBox : public TuningZone<ComboBox>
 {
     Q_OBJECT
@@ -40,6 +44,7 @@ public:
     using TuningZone::TuningZone;
 };
 
+//! The combo box for one tuning zone (Zone), choosing the zone's device: the base and its addressing do it all.
 class TuningZoneDeviceComboBox : public TuningZone<ComboBox>
 {
     Q_OBJECT
@@ -47,6 +52,7 @@ public:
     using TuningZone::TuningZone;
 };
 
+//! The combo box on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerComboBox : public Speaker<ComboBox>
 {
     Q_OBJECT
@@ -54,6 +60,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! Behaves as its family, choosing an expansion card: nothing of its own.
 class CardSelector : public ComboBox
 {
     Q_OBJECT
@@ -61,6 +68,7 @@ public:
     using ComboBox::ComboBox;
 };
 
+//! Behaves as its family, choosing a device address: nothing of its own.
 class BrioAddressComboBox : public ComboBox
 {
     Q_OBJECT
@@ -68,6 +76,7 @@ public:
     using ComboBox::ComboBox;
 };
 
+//! Behaves as its family, choosing a device address: nothing of its own.
 class VelaAddressComboBox : public ComboBox
 {
     Q_OBJECT
@@ -102,6 +111,7 @@ private:
     QStringList m_valueTexts;
 };
 
+//! Behaves as its family, choosing a card player's file: nothing of its own.
 class SDPlayComboBox : public ComboBox
 {
     Q_OBJECT
@@ -109,6 +119,7 @@ public:
     using ComboBox::ComboBox;
 };
 
+//! Behaves as its family, choosing an alert: nothing of its own.
 class AlertComboBox : public ComboBox
 {
     Q_OBJECT
@@ -116,6 +127,7 @@ public:
     using ComboBox::ComboBox;
 };
 
+//! The combo box that takes no focus and is disabled on listed values (RejectValue): the base and its addressing do it all.
 class RejectFocusComboBox : public RejectFocus<ComboBox>
 {
     Q_OBJECT
@@ -123,6 +135,7 @@ public:
     using RejectFocus::RejectFocus;
 };
 
+//! Behaves as its family, choosing a category: nothing of its own.
 class CategoryComboBox : public ComboBox
 {
     Q_OBJECT
@@ -130,6 +143,7 @@ public:
     using ComboBox::ComboBox;
 };
 
+//! Behaves as its family, choosing the headphone source: nothing of its own.
 class PhonesComboBox : public ComboBox
 {
     Q_OBJECT
@@ -137,6 +151,7 @@ public:
     using ComboBox::ComboBox;
 };
 
+//! Behaves as its family, choosing the active microphone: nothing of its own.
 class EffectiveMicComboBox : public ComboBox
 {
     Q_OBJECT

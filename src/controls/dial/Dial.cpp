@@ -229,7 +229,7 @@ void Dial::stepValue(int step)
 
 int Dial::dragPositionAt(const QPoint &pos) const
 {
-    return qBound(0, m_dragStartPosition + (m_dragStartPoint.y() - pos.y()), int(dragRange));
+    return boundDragPosition(m_dragStartPosition + (m_dragStartPoint.y() - pos.y()));
 }
 
 // ---------------------------------------------------------------------------

@@ -72,7 +72,8 @@ public:
     //! The position the knob shows, 0 to 1.
     double shownPosition() const { return m_shownPosition; }
     //! The knob's angle in degrees clockwise from 12 o'clock.
-    double angle() const { return angleOf(m_shownPosition); }
+    //! The pointer's turn in degrees clockwise from straight up.
+    virtual double angle() const { return angleOf(m_shownPosition); }
     static double angleOf(double position) { return minimumAngle + sweep * qBound(0.0, position, 1.0); }
 
     bool isDragging() const { return m_dragging; }
@@ -114,6 +115,8 @@ protected:
     virtual void stepValue(int step);
     //! The clamped drag position at \a pos.
     int dragPositionAt(const QPoint &pos) const;
+    //! Where a drag beyond the travel ends up; the dial stops at either end.
+    virtual int boundDragPosition(int position) const { return qBound(0, position, int(dragRange)); }
 
     void addressValueChanged(int index) override;
     void buildContextMenu(QMenu *menu) override;
@@ -127,7 +130,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
     void paintIndicator(QPainter &painter);
-    void paintKnob(QPainter &painter);
+    //! The knob and its pointer, turned to angle().
+    virtual void paintKnob(QPainter &painter);
 
 private:
     QRect scaled(const QRect &design) const;

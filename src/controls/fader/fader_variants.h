@@ -4,6 +4,7 @@
 #include "core/AddressingMixins.h"
 #include "controls/fader/Fader.h"
 
+//! The fader for one tuning zone (Zone): the base and its addressing do it all.
 class TuningZoneFader : public TuningZone<Fader>
 {
     Q_OBJECT
@@ -11,6 +12,7 @@ public:
     using TuningZone::TuningZone;
 };
 
+//! The fader for one tuning zone (Zone), matching the zone's members: the base and its addressing do it all.
 class TuningZoneMatchFader : public TuningZone<Fader>
 {
     Q_OBJECT
@@ -18,6 +20,7 @@ public:
     using TuningZone::TuningZone;
 };
 
+//! Behaves as its family, on one graphic equaliser band: nothing of its own.
 class GeqFader : public Fader
 {
     Q_OBJECT
@@ -25,6 +28,7 @@ public:
     using Fader::Fader;
 };
 
+//! The fader on one matrix cell (AddressForm, XIndex, YIndex): the base and its addressing do it all.
 class MatrixMixerFader : public MatrixCell<Fader>
 {
     Q_OBJECT
@@ -44,6 +48,7 @@ public:
     }
 };
 
+//! Behaves as its family: nothing of its own.
 class HaloFader : public Fader
 {
     Q_OBJECT
@@ -51,6 +56,7 @@ public:
     using Fader::Fader;
 };
 
+//! Behaves as MatrixMixerFader: nothing of its own.
 class BrioMatrixMixerFader : public MatrixMixerFader
 {
     Q_OBJECT
@@ -58,6 +64,7 @@ public:
     using MatrixMixerFader::MatrixMixerFader;
 };
 
+//! Behaves as its family, on an echo canceller's microphone level: nothing of its own.
 class BrioAecMicFader : public Fader
 {
     Q_OBJECT
@@ -65,6 +72,7 @@ public:
     using Fader::Fader;
 };
 
+//! Behaves as MatrixMixerFader: nothing of its own.
 class VelaMatrixMixerFader : public MatrixMixerFader
 {
     Q_OBJECT
@@ -72,13 +80,36 @@ public:
     using MatrixMixerFader::MatrixMixerFader;
 };
 
+/*!
+    A pointer on a level scale: the fader's law, drag, keys and wheel, drawn
+    as the scale's level marks and a triangular pointer at the level, with a
+    line across the scale, instead of a rail and a knob. "PointerColor"
+    colours it (default 255,170,0).
+*/
 class LevelScalePointer : public Fader
 {
     Q_OBJECT
+    Q_PROPERTY(QColor pointerColor READ pointerColor WRITE setPointerColor)
+    CORVANE_TAG_TABLE
 public:
     using Fader::Fader;
+
+    static const QColor defaultPointerColor;
+    QColor pointerColor() const { return m_pointerColor; }
+    void setPointerColor(const QColor &color);
+    //! The pointer's tip, on the level, in widget pixels.
+    QPoint tip() const;
+
+    virtual bool readPointerColor(const QDomElement &e);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QColor m_pointerColor = defaultPointerColor;
 };
 
+//! The fader on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectFader : public ChannelSelect<Fader>
 {
     Q_OBJECT

@@ -75,6 +75,7 @@ private:
     QVector<double> m_thresholds;
 };
 
+//! The parameter image on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectParameterImage : public ChannelSelect<ParameterImage>
 {
     Q_OBJECT

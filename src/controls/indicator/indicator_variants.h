@@ -15,6 +15,7 @@ protected:
     bool computeOn() const override;
 };
 
+//! The lamp on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectIndicator : public ChannelSelect<Indicator>
 {
     Q_OBJECT
@@ -22,6 +23,7 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+//! The lamp for one tuning zone (Zone): the base and its addressing do it all.
 class TuningZoneIndicator : public TuningZone<Indicator>
 {
     Q_OBJECT
@@ -29,6 +31,7 @@ public:
     using TuningZone::TuningZone;
 };
 
+//! The lamp for one shared band (BandNum): the base and its addressing do it all.
 class BandSharingIndicator : public BandSharing<Indicator>
 {
     Q_OBJECT
@@ -58,6 +61,7 @@ protected:
     bool computeOn() const override;
 };
 
+//! The lamp on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerIndicator : public Speaker<Indicator>
 {
     Q_OBJECT
@@ -92,6 +96,7 @@ public:
     using Indicator::Indicator;
 };
 
+//! Behaves as its family, on a sample-rate converter state: nothing of its own.
 class SrcIndicator : public Indicator
 {
     Q_OBJECT
@@ -99,6 +104,7 @@ public:
     using Indicator::Indicator;
 };
 
+//! Behaves as its family, on a word-clock state: nothing of its own.
 class WordClockIndicator : public Indicator
 {
     Q_OBJECT
@@ -106,6 +112,7 @@ public:
     using Indicator::Indicator;
 };
 
+//! Behaves as its family, on a feedback-suppressor state: nothing of its own.
 class FbsIndicator : public Indicator
 {
     Q_OBJECT

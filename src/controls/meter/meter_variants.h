@@ -6,6 +6,7 @@
 
 #include <QColor>
 
+//! The meter on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectMeter : public ChannelSelect<Meter>
 {
     Q_OBJECT
@@ -29,6 +30,7 @@ protected:
     QGradientStops fallbackStops() const override;
 };
 
+//! The gain-reduction meter on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectMeterGR : public ChannelSelect<GRMeter>
 {
     Q_OBJECT
@@ -36,6 +38,7 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+//! The meter on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerMeter : public Speaker<Meter>
 {
     Q_OBJECT
@@ -43,6 +46,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! The gain-reduction meter on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerMeterGR : public Speaker<GRMeter>
 {
     Q_OBJECT

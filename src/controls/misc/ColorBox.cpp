@@ -93,9 +93,30 @@ bool ColorBox::readFrameColor(const QDomElement &e)
     return true;
 }
 
-QColor ColorBox::pickColor(const QColor &initial)
+QColorDialog *ColorBox::dialog() const
 {
-    return QColorDialog::getColor(initial, this);
+    return m_dialog;
+}
+
+void ColorBox::pickColor(const QColor &initial)
+{
+    QColor answer;
+    if (hostCore() && hostCore()->answerColor(this, initial, answer)) {
+        choose(answer);
+        return;
+    }
+    if (m_dialog) {
+        m_dialog->setCurrentColor(initial);
+        m_dialog->raise();
+        return;
+    }
+    // Not modal and not exec()'d: a click, scripted or not, returns at once.
+    m_dialog = new QColorDialog(initial, this);
+    m_dialog->setAttribute(Qt::WA_DeleteOnClose);
+    m_dialog->setModal(false);
+    m_dialog->setWindowModality(Qt::NonModal);
+    connect(m_dialog.data(), &QColorDialog::colorSelected, this, [this](const QColor &c) { choose(c); });
+    m_dialog->show();
 }
 
 bool ColorBox::choose(const QColor &color)
@@ -116,7 +137,7 @@ void ColorBox::mousePressEvent(QMouseEvent *event)
     pressNotified(event);
     if (event->modifiers() & (Qt::ShiftModifier | Qt::AltModifier | Qt::MetaModifier))
         return;
-    choose(pickColor(m_color));
+    pickColor(m_color);
 }
 
 void ColorBox::paintEvent(QPaintEvent *)

@@ -4,6 +4,9 @@
 #include "core/BaseWidget.h"
 
 #include <QColor>
+#include <QPointer>
+
+class QColorDialog;
 
 /*!
     \class ColorBox
@@ -13,7 +16,9 @@
     "#rrggbb"; anything else shows "DefaultColor". A left click opens a
     colour dialog on the current colour; the colour chosen is sent as text
     "R,G,B" (kind 1). Cancelling, or choosing the colour shown, sends
-    nothing.
+    nothing. The host may answer the question itself
+    (IHostCore::answerColor); otherwise the dialog is not modal, so nothing
+    waits for it.
 */
 class ColorBox : public BaseWidget
 {
@@ -39,6 +44,8 @@ public:
 
     //! Sends \a color unless it is invalid or the one shown; true when sent.
     bool choose(const QColor &color);
+    //! The colour dialog while it is open, or null.
+    QColorDialog *dialog() const;
 
     virtual bool readDefaultColor(const QDomElement &e);
     virtual bool readFrameColor(const QDomElement &e);
@@ -47,9 +54,9 @@ signals:
     void colorChanged(const QColor &color);
 
 protected:
-    //! Asks the user for a colour starting from \a initial; invalid when cancelled.
-    virtual QColor pickColor(const QColor &initial);
-    void refresh();
+    //! Asks for a colour starting from \a initial: the host's answer, or a dialog that does not block.
+    virtual void pickColor(const QColor &initial);
+    void refresh() override;
 
     void addressValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;
@@ -60,6 +67,7 @@ private:
     QColor m_defaultColor{128, 128, 128, 255};
     QColor m_frameColor{96, 96, 96, 255};
     QColor m_color;
+    QPointer<QColorDialog> m_dialog;
 };
 
 #endif

@@ -79,8 +79,12 @@ bool PairDeviceList::choose(int row)
         m_selected = m_rows.at(row);
         update();
     }
-    // Pairing again with the same device is a request of its own.
-    return requestText(m_rows.at(row), 0);
+    // The choice goes to the second parameter: written into the first, it
+    // would replace the list it was chosen from. Pairing again with the same
+    // device is a request of its own.
+    if (addressCount() < 2)
+        return false;
+    return requestText(m_rows.at(row), ChoiceIndex);
 }
 
 void PairDeviceList::addressValueChanged(int index)
@@ -88,6 +92,15 @@ void PairDeviceList::addressValueChanged(int index)
     const QString type = addressAt(index).key(Key::AddrType);
     if (!type.isEmpty()) {
         typedAddressChanged(type, index);
+        return;
+    }
+    if (index == ChoiceIndex) {
+        // The device paired now, as the parameter reports it.
+        const QString chosen = displayText(ChoiceIndex).trimmed();
+        if (!chosen.isEmpty() && chosen != m_selected) {
+            m_selected = chosen;
+            update();
+        }
         return;
     }
     if (index != 0)

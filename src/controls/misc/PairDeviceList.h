@@ -13,8 +13,10 @@
 
     The rows are the display text of address 0 split at "|", or at "," when
     the text has no "|"; each row is trimmed and empty rows are dropped. A
-    click on a row selects it and sends its text (kind 1). The selection is
-    kept by text, so it survives a new list that still holds the row. The
+    click on a row selects it and sends its text (kind 1) to address 1, the
+    parameter that holds the choice; address 0 is never written, and without
+    address 1 the choice stays local. A display text of address 1 selects
+    its row. The selection is kept by text, so it survives a new list that still holds the row. The
     wheel scrolls a row per notch while the rows overflow the widget.
 */
 class PairDeviceList : public BaseWidget
@@ -47,7 +49,10 @@ public:
     QRect rowRect(int row) const;
     //! The row under \a pos, or -1.
     int rowAt(const QPoint &pos) const;
-    //! Selects \a row and sends its text; false when there is no such row.
+    //! Where the choice is sent; address 0 holds the list.
+    static constexpr int ChoiceIndex = 1;
+
+    //! Selects \a row and sends its text to address 1; false when there is no such row or nothing was sent.
     bool choose(int row);
 
     QColor textColor() const { return m_textColor; }

@@ -39,6 +39,7 @@ protected:
     int unitIndex() const;
 };
 
+//! The band-width box on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectBandWidthNumberBox : public ChannelSelect<BandWidthNumberBox>
 {
     Q_OBJECT
@@ -46,6 +47,7 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+//! The delay box on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectDelaySubTimeNumberBox : public ChannelSelect<DelaySubTimeNumberBox>
 {
     Q_OBJECT
@@ -53,6 +55,7 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+//! The number box on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectNumberBox : public ChannelSelect<NumberBox>
 {
     Q_OBJECT
@@ -121,6 +124,7 @@ private:
     QString m_unit;
 };
 
+//! The number box for one tuning zone (Zone): the base and its addressing do it all.
 class TuningZoneNumberBox : public TuningZone<NumberBox>
 {
     Q_OBJECT
@@ -128,6 +132,7 @@ public:
     using TuningZone::TuningZone;
 };
 
+//! The number box on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerNumberBox : public Speaker<NumberBox>
 {
     Q_OBJECT
@@ -135,6 +140,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! The delay box on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerDelaySubTimeNumberBox : public Speaker<DelaySubTimeNumberBox>
 {
     Q_OBJECT
@@ -142,6 +148,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! The band-width box on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerBandWidthNumberBox : public Speaker<BandWidthNumberBox>
 {
     Q_OBJECT
@@ -167,6 +174,7 @@ private:
     bool m_readOnly = false;
 };
 
+//! The number box on one matrix cell (AddressForm, XIndex, YIndex): the base and its addressing do it all.
 class MatrixMixerNumberBox : public MatrixCell<NumberBox>
 {
     Q_OBJECT
@@ -174,6 +182,7 @@ public:
     using MatrixCell::MatrixCell;
 };
 
+//! The delay box on one matrix cell (AddressForm, XIndex, YIndex): the base and its addressing do it all.
 class DelayMatrixSubTimeNumberBox : public MatrixCell<DelaySubTimeNumberBox>
 {
     Q_OBJECT
@@ -181,6 +190,7 @@ public:
     using MatrixCell::MatrixCell;
 };
 
+//! Behaves as its family: nothing of its own.
 class HaloNumberBox : public NumberBox
 {
     Q_OBJECT
@@ -188,6 +198,7 @@ public:
     using NumberBox::NumberBox;
 };
 
+//! Behaves as its family, on a reverberation time: nothing of its own.
 class RevTimeNumberBox : public NumberBox
 {
     Q_OBJECT
@@ -195,6 +206,7 @@ public:
     using NumberBox::NumberBox;
 };
 
+//! The number box hidden while its parameter holds a listed value (HideValue): the base and its addressing do it all.
 class HideNumberBox : public Hide<NumberBox>
 {
     Q_OBJECT
@@ -202,6 +214,7 @@ public:
     using Hide::Hide;
 };
 
+//! The number box on one matrix cell (AddressForm, XIndex, YIndex), for a pan: the base and its addressing do it all.
 class BrioMatrixPan : public MatrixCell<NumberBox>
 {
     Q_OBJECT
@@ -209,6 +222,7 @@ public:
     using MatrixCell::MatrixCell;
 };
 
+//! The number box on one matrix cell (AddressForm, XIndex, YIndex), for a pan: the base and its addressing do it all.
 class BrioMatrixPanNumberBox : public MatrixCell<NumberBox>
 {
     Q_OBJECT
@@ -216,6 +230,7 @@ public:
     using MatrixCell::MatrixCell;
 };
 
+//! Behaves as BandWidthNumberBox: nothing of its own.
 class BrioBandWidthNumberBox : public BandWidthNumberBox
 {
     Q_OBJECT
@@ -223,6 +238,7 @@ public:
     using BandWidthNumberBox::BandWidthNumberBox;
 };
 
+//! Behaves as MatrixMixerNumberBox: nothing of its own.
 class BrioMatrixMixerNumberBox : public MatrixMixerNumberBox
 {
     Q_OBJECT
@@ -230,6 +246,7 @@ public:
     using MatrixMixerNumberBox::MatrixMixerNumberBox;
 };
 
+//! Behaves as MatrixMixerNumberBox: nothing of its own.
 class VelaMatrixMixerNumberBox : public MatrixMixerNumberBox
 {
     Q_OBJECT
@@ -328,6 +345,7 @@ protected:
     int boundDragPosition(int position) const override;
 };
 
+//! The number box on one matrix cell (AddressForm, XIndex, YIndex), for a pan: the base and its addressing do it all.
 class VelaMatrixPan : public MatrixCell<NumberBox>
 {
     Q_OBJECT
@@ -335,6 +353,7 @@ public:
     using MatrixCell::MatrixCell;
 };
 
+//! The number box on one matrix cell (AddressForm, XIndex, YIndex), for a pan: the base and its addressing do it all.
 class VelaMatrixPanNumberBox : public MatrixCell<NumberBox>
 {
     Q_OBJECT
@@ -357,6 +376,7 @@ public:
     QString shownText() const override;
 };
 
+//! The number box that takes no focus and is disabled on listed values (RejectValue): the base and its addressing do it all.
 class RejectFocusNumberBox : public RejectFocus<NumberBox>
 {
     Q_OBJECT

@@ -5,6 +5,7 @@
 #include "controls/text/HexTextBox.h"
 #include "controls/text/ValueTexts.h"
 
+//! Behaves as ParameterText, on an online state: nothing of its own.
 class OnlineText : public ParameterText
 {
     Q_OBJECT
@@ -12,6 +13,7 @@ public:
     using ParameterText::ParameterText;
 };
 
+//! Behaves as ParameterText, on a measured impedance: nothing of its own.
 class ImpedanceText : public ParameterText
 {
     Q_OBJECT
@@ -19,6 +21,7 @@ public:
     using ParameterText::ParameterText;
 };
 
+//! The on/off text on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectOnOffText : public ChannelSelect<ParameterText>
 {
     Q_OBJECT
@@ -26,6 +29,7 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+//! The parameter text on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectParameterText : public ChannelSelect<ParameterText>
 {
     Q_OBJECT
@@ -63,6 +67,7 @@ private:
     bool m_withButton = false;
 };
 
+//! The threshold voltage text on the channel its selector picks (ChNum): the base and its addressing do it all.
 class ChannelSelectThresholdVText : public ChannelSelect<ParameterText>
 {
     Q_OBJECT
@@ -70,6 +75,7 @@ public:
     using ChannelSelect::ChannelSelect;
 };
 
+//! Behaves as Text: nothing of its own.
 class InformationText : public Text
 {
     Q_OBJECT
@@ -77,6 +83,7 @@ public:
     using Text::Text;
 };
 
+//! The parameter text for one shared band (BandNum): the base and its addressing do it all.
 class BandSharingTextArea : public BandSharing<ParameterText>
 {
     Q_OBJECT
@@ -84,6 +91,7 @@ public:
     using BandSharing::BandSharing;
 };
 
+//! The parameter text on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerParameterText : public Speaker<ParameterText>
 {
     Q_OBJECT
@@ -91,6 +99,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! The on/off text on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerOnOffText : public Speaker<ParameterText>
 {
     Q_OBJECT
@@ -98,6 +107,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! The threshold voltage text on the connected loudspeaker's parameters (ModelToBaseAddressMap, DEFAULT): the base and its addressing do it all.
 class SpeakerThresholdVText : public Speaker<ParameterText>
 {
     Q_OBJECT
@@ -105,6 +115,7 @@ public:
     using Speaker::Speaker;
 };
 
+//! Behaves as ParameterText, on an expansion card's name: nothing of its own.
 class CardName : public ParameterText
 {
     Q_OBJECT
@@ -112,6 +123,7 @@ public:
     using ParameterText::ParameterText;
 };
 
+//! Behaves as ParameterText, on a slot's port number: nothing of its own.
 class SlotPortNumber : public ParameterText
 {
     Q_OBJECT
@@ -119,6 +131,7 @@ public:
     using ParameterText::ParameterText;
 };
 
+//! Behaves as ParameterText, on the clock source: nothing of its own.
 class ClockSource : public ParameterText
 {
     Q_OBJECT
@@ -126,6 +139,7 @@ public:
     using ParameterText::ParameterText;
 };
 
+//! Behaves as ParameterText, on the current pattern: nothing of its own.
 class CurrentPattern : public ParameterText
 {
     Q_OBJECT
@@ -133,6 +147,7 @@ public:
     using ParameterText::ParameterText;
 };
 
+//! Behaves as ValueText, on a feedback-suppressor value: nothing of its own.
 class FbsValueText : public ValueText
 {
     Q_OBJECT
@@ -140,6 +155,7 @@ public:
     using ValueText::ValueText;
 };
 
+//! Behaves as ParameterText, on a channel count: nothing of its own.
 class MaxChText : public ParameterText
 {
     Q_OBJECT
@@ -147,6 +163,7 @@ public:
     using ParameterText::ParameterText;
 };
 
+//! Behaves as ParameterText, on a room's name: nothing of its own.
 class RoomLabel : public ParameterText
 {
     Q_OBJECT
@@ -179,6 +196,7 @@ protected:
     bool numericInput() const override { return true; }
 };
 
+//! The parameter text on one matrix cell (AddressForm, XIndex, YIndex): the base and its addressing do it all.
 class MatrixMixerParameterText : public MatrixCell<ParameterText>
 {
     Q_OBJECT
@@ -186,6 +204,7 @@ public:
     using MatrixCell::MatrixCell;
 };
 
+//! Behaves as MatrixMixerParameterText: nothing of its own.
 class BrioMatrixMixerParameterText : public MatrixMixerParameterText
 {
     Q_OBJECT
@@ -225,6 +244,7 @@ private:
     int m_type = 0;
 };
 
+//! The parameter text that takes no focus and is disabled on listed values (RejectValue): the base and its addressing do it all.
 class RejectFocusParameterText : public RejectFocus<ParameterText>
 {
     Q_OBJECT

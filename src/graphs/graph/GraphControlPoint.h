@@ -199,8 +199,10 @@ protected:
     void place()
     {
         if (m_placed)
-            this->setGeometry(handleGeometry(m_point, this->zoomFactor()));
+            this->setGeometry(handleGeometryAt(m_point));
     }
+    //! The handle's geometry when centred on \a point; variants draw larger handles.
+    virtual QRect handleGeometryAt(const QPoint &point) const { return handleGeometry(point, this->zoomFactor()); }
 
     //! The mouse position of \a event in the coordinates ControlRect is given in.
     QPoint parentPosition(QMouseEvent *event) const { return this->mapToParent(event->pos()); }

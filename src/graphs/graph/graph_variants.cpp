@@ -1,5 +1,9 @@
 #include "graph_variants.h"
 
+#include <QApplication>
+
+#include <cmath>
+
 namespace {
 
 // The position text read as a base-10 integer; 0 when it is not one ("0.5" included).
@@ -91,4 +95,180 @@ void HpfGraphControlPoint::addressValueChanged(int index)
         return;
     m_filterEnabled = integerValue(this, 2) != 0;
     setEnabled(m_filterEnabled);
+}
+
+// ---------------------------------------------------------------------------
+// TuningZoneGraphControlPoint
+
+QRect TuningZoneGraphControlPoint::handleGeometryAt(const QPoint &point) const
+{
+    const int side = discSide(zoomFactor());
+    return QRect(point.x() - side / 2, point.y() - side / 2, side, side);
+}
+
+void TuningZoneGraphControlPoint::paintHandle(QPainter &painter)
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QColor fill = isEnabled() ? color() : QColor(153, 153, 153, 153);
+    painter.setPen(QPen(isDragging() ? fill.lighter(160) : fill.darker(160), 1));
+    painter.setBrush(fill);
+    painter.drawEllipse(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+    if (text().isEmpty())
+        return;
+    QFont f = font();
+    f.setPixelSize(qMax(6, int(height() * 0.6)));
+    painter.setFont(f);
+    painter.setPen(fill.lightness() > 128 ? Qt::black : Qt::white);
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text().left(2));
+}
+
+QPoint TuningZoneGraphControlPoint::draggedPoint(QMouseEvent *event)
+{
+    Qt::CursorShape shape = cursor().shape();
+    const QPoint p = pinned(parentPosition(event) + m_grabOffset, event->modifiers() & Qt::ShiftModifier, &shape);
+    setCursor(shape);
+    return p;
+}
+
+void TuningZoneGraphControlPoint::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton || handOverModifierPress(event)) {
+        TuningZone::mousePressEvent(event);
+        return;
+    }
+    m_dragging = true;
+    m_moved = false;
+    m_pressPos = parentPosition(event);
+    // Grabbed where pressed: the point keeps its distance to the pointer.
+    m_grabOffset = (m_placed ? m_point : m_pressPos) - m_pressPos;
+    m_anchor = m_pressPos + m_grabOffset;
+    m_lock = NoLock;
+    selectAddress(m_value, true);
+    update();
+    event->accept();
+}
+
+void TuningZoneGraphControlPoint::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!m_dragging) {
+        TuningZone::mouseMoveEvent(event);
+        return;
+    }
+    event->accept();
+    if (!m_moved && (parentPosition(event) - m_pressPos).manhattanLength() < QApplication::startDragDistance())
+        return;
+    m_moved = true;
+    sendPoint(fractionText(draggedPoint(event), scaledControlRect(zoomFactor())), true);
+}
+
+void TuningZoneGraphControlPoint::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (!m_dragging || event->button() != Qt::LeftButton) {
+        TuningZone::mouseReleaseEvent(event);
+        return;
+    }
+    event->accept();
+    // A click selects only; a drag ends with the point released.
+    if (m_moved)
+        sendPoint(fractionText(draggedPoint(event), scaledControlRect(zoomFactor())), false);
+    m_dragging = false;
+    m_moved = false;
+    m_anchor = QPoint();
+    m_lock = NoLock;
+    setCursor(directionCursor(direction()));
+    update();
+}
+
+// ---------------------------------------------------------------------------
+// Halo3DGraph
+
+const TagTable &Halo3DGraph::tags()
+{
+    static const TagTable table = TagTable::of<Halo3DGraph>(&Graph::tags(), {
+        {"Depth", &Halo3DGraph::readDepth},
+    });
+    return table;
+}
+
+bool Halo3DGraph::readDepth(const QDomElement &e)
+{
+    bool ok = false;
+    const int depth = e.text().trimmed().toInt(&ok);
+    if (!ok || depth < 0 || depth > maxDepth)
+        return false;
+    setDepth(depth);
+    return true;
+}
+
+void Halo3DGraph::setDepth(int depth)
+{
+    depth = qBound(0, depth, int(maxDepth));
+    if (m_depth == depth)
+        return;
+    m_depth = depth;
+    relayout();
+}
+
+QRect Halo3DGraph::layerRect(int i, int count) const
+{
+    const int behind = qMax(0, count - 1);
+    // In floating point, bounded by the widget before it becomes pixels.
+    const double zoom = double(zoomFactor());
+    const double wanted = double(m_depth) * (std::isfinite(zoom) && zoom > 0 ? zoom : 0.0) * behind;
+    const int shift = int(qMin(wanted, double(qMax(width(), height()))));
+    const QSize plot(qMax(1, width() - shift), qMax(1, height() - shift));
+    const int one = behind > 0 ? shift / behind : 0;
+    return QRect(QPoint(i * one, shift - i * one), plot);
+}
+
+void Halo3DGraph::relayout()
+{
+    QVector<QPolygon> layers(m_curves.size());
+    for (int i = 0; i < m_curves.size(); ++i) {
+        if (!m_read.at(i))
+            continue;
+        const QRect r = layerRect(i, m_curves.size());
+        layers[i] = GraphCurves::scaleOpen(m_curves.at(i), r.size()).translated(r.topLeft());
+    }
+    if (layers == m_layers)
+        return;
+    m_layers = layers;
+    update();
+}
+
+void Halo3DGraph::addressValueChanged(int index)
+{
+    if (index < 0 || index >= addressCount() || !addressAt(index).key(Key::AddrType).isEmpty()) {
+        Graph::addressValueChanged(index);
+        return;
+    }
+    GraphCurves::FloatCurve curve;
+    if (!GraphCurves::parse(displayText(index), &curve))
+        return;
+    if (m_curves.size() <= index) {
+        m_curves.resize(index + 1);
+        m_read.resize(index + 1);
+    }
+    m_curves[index] = curve;
+    m_read[index] = true;
+    relayout();
+}
+
+void Halo3DGraph::resizeEvent(QResizeEvent *event)
+{
+    Graph::resizeEvent(event);
+    relayout();
+}
+
+void Halo3DGraph::paintCurve(QPainter &painter)
+{
+    // Back to front, farther layers fainter.
+    const int n = m_layers.size();
+    for (int i = n - 1; i >= 0; --i) {
+        QColor c = penColor();
+        if (n > 1)
+            c.setAlphaF(c.alphaF() * (1.0 - 0.6 * i / (n - 1)));
+        painter.setPen(QPen(c, 1.0));
+        painter.drawPolyline(m_layers.at(i));
+    }
 }

@@ -37,11 +37,52 @@ private:
     bool m_bottomAnchored = false;
 };
 
+/*!
+    \class Halo3DGraph
+    \brief Several curves in depth, one behind another.
+
+    Every address is one curve text, as Graph reads it: address 0 in front,
+    each further address one layer farther back. The layers share a plot
+    area smaller than the widget by "Depth" design pixels (default 8) per
+    layer behind the front; each layer farther back sits that much higher
+    and further right, is drawn before the nearer ones, and fades. A text a
+    layer cannot read leaves that layer as it was.
+*/
 class Halo3DGraph : public Graph
 {
     Q_OBJECT
+    Q_PROPERTY(int depth READ depth WRITE setDepth)
+    Q_PROPERTY(int layerCount READ layerCount)
+    CORVANE_TAG_TABLE
 public:
     using Graph::Graph;
+
+    static constexpr int defaultDepth = 8;
+    static constexpr int maxDepth = 200;
+
+    int depth() const { return m_depth; }
+    void setDepth(int depth);
+    //! The layers read so far: one per address up to the last with a curve.
+    int layerCount() const { return m_layers.size(); }
+    //! Layer \a i in pixels, placed; empty when it has no curve.
+    QPolygon layer(int i) const { return m_layers.value(i); }
+    //! Where layer \a i's plot area sits, of \a count layers.
+    QRect layerRect(int i, int count) const;
+
+    virtual bool readDepth(const QDomElement &e);
+
+protected:
+    void addressValueChanged(int index) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void paintCurve(QPainter &painter) override;
+
+private:
+    void relayout();
+
+    int m_depth = defaultDepth;
+    QVector<GraphCurves::FloatCurve> m_curves;
+    QVector<bool> m_read;
+    QVector<QPolygon> m_layers;
 };
 
 /*!
@@ -266,6 +307,7 @@ protected:
     bool isPhase() const override { return true; }
 };
 
+//! The background of a speaker-processor graph: the grid the mixin draws is all of it.
 class SpeakerProcessorGraphBack : public EqualizerGridBack<BaseWidget>
 {
     Q_OBJECT
@@ -273,6 +315,7 @@ public:
     using EqualizerGridBack::EqualizerGridBack;
 };
 
+//! The background of a speaker-processor equaliser graph: the grid the mixin draws is all of it.
 class SpeakerProcessorPeqGraphBack : public EqualizerGridBack<BaseWidget>
 {
     Q_OBJECT
@@ -280,6 +323,7 @@ public:
     using EqualizerGridBack::EqualizerGridBack;
 };
 
+//! The background of a speaker-processor phase graph: the grid the mixin draws is all of it.
 class SpeakerProcessorPhaseGraphBack : public EqualizerGridBack<BaseWidget>
 {
     Q_OBJECT
@@ -287,6 +331,7 @@ public:
     using EqualizerGridBack::EqualizerGridBack;
 };
 
+//! The background of a speaker-processor equaliser phase graph: the grid the mixin draws is all of it.
 class SpeakerProcessorPeqPhaseGraphBack : public EqualizerGridBack<BaseWidget>
 {
     Q_OBJECT
@@ -339,12 +384,45 @@ private:
     bool m_filterEnabled = true;
 };
 
-//! A handle on a tuning-zone panel: its addresses carry the zone.
+/*!
+    \class TuningZoneGraphControlPoint
+    \brief The handle of a tuning zone: its addresses carry the zone, and it
+    is a round grip of its own.
+
+    The handle is a disc of truncate(13 × zoom) pixels centred on its point,
+    in "Color", with "Text" (the zone's mark) written in it. It is grabbed
+    where it is pressed: the point keeps its distance to the pointer, so a
+    press off the centre does not make it jump, and nothing is sent before
+    the pointer has moved the platform's drag distance, so a click only
+    selects. Shift locks the axis as on every handle; a release after a
+    drag sends the point released.
+*/
 class TuningZoneGraphControlPoint : public TuningZone<GraphControlPoint>
 {
     Q_OBJECT
+    Q_PROPERTY(bool moved READ hasMoved)
 public:
     using TuningZone::TuningZone;
+
+    //! Whether the current press has become a drag.
+    bool hasMoved() const { return m_moved; }
+    //! The side of the disc at \a zoom.
+    static int discSide(float zoom) { return qMax(5, int(13 * zoom)); }
+
+protected:
+    QRect handleGeometryAt(const QPoint &point) const override;
+    void paintHandle(QPainter &painter) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+
+private:
+    //! Where the point goes for the pointer at \a event, the grab offset and the axis lock applied.
+    QPoint draggedPoint(QMouseEvent *event);
+
+    QPoint m_grabOffset;  // the point less the pointer, at the press
+    QPoint m_pressPos;    // the pointer at the press, parent coordinates
+    bool m_moved = false;
 };
 
 //! A handle on a speaker-editor graph, addressed through the connected loudspeaker's model.

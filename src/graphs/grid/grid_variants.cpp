@@ -1,6 +1,7 @@
 #include "graphs/grid/grid_variants.h"
 
 #include <QKeyEvent>
+#include <QPainter>
 #include <QMouseEvent>
 #include <QWheelEvent>
 
@@ -17,6 +18,12 @@ int RouterGrid::cellIndex(int row, int column) const
 int RouterGrid::selectedRow(int column) const
 {
     if (!cellHasAddress(0, column))
+        return -1;
+    // A value not known yet (or not a number) selects no row; row 0 must
+    // stay clickable.
+    bool ok = false;
+    const double position = positionText(column).trimmed().toDouble(&ok);
+    if (!ok || !qIsFinite(position))
         return -1;
     return qBound(0, stepOfPosition(qMax(1, rows() - 1), column), rows() - 1);
 }
@@ -194,4 +201,38 @@ void DelayMatrix::wheelEvent(QWheelEvent *event)
         return;
     const int index = cellIndex(cell.y(), cell.x());
     m_wheel.deliver(event, [this, index](int step) { requestStep(step, index); });
+}
+
+// ---------------------------------------------------------------------------
+// RoomCombineChecker
+
+QRect RoomCombineChecker::boxRect() const
+{
+    const int side = qMax(4, qMin(height() - 2, int(13 * zoomFactor())));
+    return QRect(1, (height() - side) / 2, side, side);
+}
+
+void RoomCombineChecker::paintButton(QPainter &painter, int state)
+{
+    const bool checked = state & 2;
+    const QRect box = boxRect();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(isEnabled() ? Button::frameColor : QColor(153, 153, 153, 153), 1));
+    painter.setBrush((state & 1) ? Button::faceColor.darker(130) : Button::faceColor);
+    painter.drawRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5));
+    if (checked) {
+        const qreal w = box.width();
+        QPen pen(isEnabled() ? Button::litColor : QColor(153, 153, 153, 153), qMax<qreal>(1.5, w / 6));
+        pen.setCapStyle(Qt::RoundCap);
+        painter.setPen(pen);
+        const QPointF o = box.topLeft();
+        painter.drawPolyline(QVector<QPointF>{o + QPointF(w * 0.22, w * 0.52), o + QPointF(w * 0.42, w * 0.74),
+                                              o + QPointF(w * 0.80, w * 0.26)});
+    }
+    const QString label = textFor(checked);
+    if (label.isEmpty())
+        return;
+    painter.setPen(isEnabled() ? textColor() : QColor(153, 153, 153, 153));
+    painter.drawText(rect().adjusted(box.right() + 4, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     label);
 }

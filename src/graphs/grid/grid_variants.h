@@ -1,6 +1,7 @@
 #ifndef CORVANE_GRAPHS_GRID_GRID_VARIANTS_H
 #define CORVANE_GRAPHS_GRID_GRID_VARIANTS_H
 
+#include "controls/button/Button.h"
 #include "controls/common/WheelSteps.h"
 #include "controls/numberbox/LineEdit.h"
 #include "graphs/grid/MatrixGrid.h"
@@ -28,7 +29,7 @@ public:
     bool cellLit(int row, int column) const override;
     QRect indexRect(int index) const override;
 
-    //! The row column \a column selects, or -1 when the column is unbound.
+    //! The row column \a column selects, or -1 when the column is unbound or its value unknown.
     int selectedRow(int column) const;
 
 protected:
@@ -47,6 +48,7 @@ public:
     using MatrixGrid::MatrixGrid;
 };
 
+//! Behaves as MatrixMixer: nothing of its own.
 class BrioMatrixMixer : public MatrixMixer
 {
     Q_OBJECT
@@ -63,6 +65,7 @@ public:
     using RouterGrid::RouterGrid;
 };
 
+//! Behaves as Router: nothing of its own.
 class BrioRouter : public Router
 {
     Q_OBJECT
@@ -159,6 +162,7 @@ private:
     WheelSteps m_wheel;
 };
 
+//! Behaves as RouterGrid, patching card slots: nothing of its own.
 class QuaySlotPatch : public RouterGrid
 {
     Q_OBJECT
@@ -166,6 +170,7 @@ public:
     using RouterGrid::RouterGrid;
 };
 
+//! Behaves as RouterGrid, patching outputs: nothing of its own.
 class BrioOutputPatch : public RouterGrid
 {
     Q_OBJECT
@@ -173,6 +178,7 @@ public:
     using RouterGrid::RouterGrid;
 };
 
+//! Behaves as MatrixMixer: nothing of its own.
 class VelaMatrixMixer : public MatrixMixer
 {
     Q_OBJECT
@@ -180,6 +186,7 @@ public:
     using MatrixMixer::MatrixMixer;
 };
 
+//! Behaves as Router, routing the oscillator: nothing of its own.
 class BrioOscillatorRouter : public Router
 {
     Q_OBJECT
@@ -196,6 +203,7 @@ public:
     using MatrixGrid::MatrixGrid;
 };
 
+//! Behaves as MatrixMixer: nothing of its own.
 class PallasMatrixMixer : public MatrixMixer
 {
     Q_OBJECT
@@ -203,6 +211,7 @@ public:
     using MatrixMixer::MatrixMixer;
 };
 
+//! Behaves as DelayMatrix: nothing of its own.
 class PallasDelayMatrix : public DelayMatrix
 {
     Q_OBJECT
@@ -210,6 +219,7 @@ public:
     using DelayMatrix::DelayMatrix;
 };
 
+//! Behaves as MatrixMixer: nothing of its own.
 class OstraMatrixMixer : public MatrixMixer
 {
     Q_OBJECT
@@ -217,6 +227,7 @@ public:
     using MatrixMixer::MatrixMixer;
 };
 
+//! Behaves as DelayMatrix: nothing of its own.
 class OstraDelayMatrix : public DelayMatrix
 {
     Q_OBJECT
@@ -224,6 +235,7 @@ public:
     using DelayMatrix::DelayMatrix;
 };
 
+//! Behaves as BrioZoneGroup: nothing of its own.
 class OstraZoneGroup : public MatrixGrid
 {
     Q_OBJECT
@@ -231,6 +243,7 @@ public:
     using MatrixGrid::MatrixGrid;
 };
 
+//! Behaves as Router: nothing of its own.
 class FenRouter : public Router
 {
     Q_OBJECT
@@ -238,6 +251,7 @@ public:
     using Router::Router;
 };
 
+//! Behaves as Router: nothing of its own.
 class KiteRouter : public Router
 {
     Q_OBJECT
@@ -246,11 +260,28 @@ public:
 };
 
 // Not a grid: it stays a plain BaseWidget.
-class RoomCombineChecker : public BaseWidget
+/*!
+    \class RoomCombineChecker
+    \brief A check box on whether two rooms are combined.
+
+    Address 0 is the combining parameter of one pair of rooms (the cell of a
+    RoomCombine). The box shows a check mark while the rooms are combined;
+    a click, Space or Return toggles it as a Button toggles its parameter.
+    "Text" is written to the right of the box.
+*/
+class RoomCombineChecker : public Button
 {
     Q_OBJECT
 public:
-    using BaseWidget::BaseWidget;
+    using Button::Button;
+
+    //! The box, at the left, square, as high as the widget allows.
+    QRect boxRect() const;
+
+protected:
+    void paintButton(QPainter &painter, int state) override;
+    //! No text of the parameter's beside the box: the check says it.
+    QString fallbackText() const override { return QString(); }
 };
 
 #endif

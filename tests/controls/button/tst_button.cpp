@@ -7,7 +7,9 @@
 #include <QFile>
 #include <QPainter>
 #include <QTemporaryDir>
+#include <QFileDialog>
 #include <QtTest>
+#include "support/ModalWatch.h"
 #include "support/PaintCounter.h"
 #include "support/Pixels.h"
 
@@ -82,11 +84,12 @@ public:
     int asked = -1;
 
 protected:
-    QString askFileName(Button::FileDialog kind, const QString &, const QString &filter) override
+    bool askFileName(Button::FileDialog kind, const QString &, const QString &filter, QString *path) override
     {
         asked = int(kind);
         askedFilter = filter;
-        return answer;
+        *path = answer;
+        return true;
     }
 };
 
@@ -170,6 +173,12 @@ private slots:
     void returnButton();
     void libraryButtons_data();
     void libraryButtons();
+    void libraryDialogNeverBlocks();
+    void matrixCellButtons_data();
+    void matrixCellButtons();
+    void editorWindows_data();
+    void editorWindows();
+    void editorWindowFromTheBackButton();
 };
 
 void tst_Button::description_data()
@@ -999,6 +1008,229 @@ void tst_Button::libraryButtons()
     QCOMPARE(sentValues(), sent.isEmpty() ? QStringList() : QStringList{sent});
     for (const auto &r : host.requests)
         QCOMPARE(r.kind, 1);
+}
+
+void tst_Button::libraryDialogNeverBlocks()
+{
+    // Nobody answers at once: the dialog opens without a modal loop.
+    host.window.reset();
+    host.requests.clear();
+    auto *b = host.make<ChannelSelectLibraryRecallButton>(
+        QStringLiteral("<Address prmAddr=\"Ch1/Library\"/>"));
+    ModalWatch watch;
+    mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
+    mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5));
+    QCoreApplication::processEvents();
+    QVERIFY(!watch.blocked);
+    QPointer<QFileDialog> dialog = b->findChild<QFileDialog *>();
+    QVERIFY(dialog);
+    QVERIFY(dialog->isVisible());
+    QVERIFY(!dialog->isModal());
+    QVERIFY(host.requests.isEmpty());
+    emit dialog->fileSelected(QStringLiteral("/lib/chosen.spl"));
+    QCOMPARE(sentValues(), QStringList{QStringLiteral("/lib/chosen.spl")});
+    dialog->close();
+    QTRY_VERIFY(!dialog);
+}
+
+namespace {
+
+const char editorPanel[] =
+    "<Panel name=\"mixer_edit\" width=\"200\" height=\"120\">"
+    "  <Widget type=\"NumberBox\" name=\"level\"><Rect x=\"10\" y=\"10\" width=\"60\" height=\"20\"/>"
+    "    <Address prmAddr=\"Mix/Level\"/></Widget>"
+    "  <Widget type=\"ParentPanelButton\" name=\"back\"><Rect x=\"10\" y=\"40\" width=\"60\" height=\"20\"/>"
+    "  </Widget>"
+    "</Panel>";
+
+//! Writes the editor panel into \a dir, the host's panel folder.
+bool writeEditorPanel(const QTemporaryDir &dir)
+{
+    QFile f(dir.filePath(QStringLiteral("mixer_edit.xml")));
+    return f.open(QIODevice::WriteOnly) && f.write(editorPanel) > 0;
+}
+
+template <class B>
+B *addButton(ControlTestHost &host, const QString &xml)
+{
+    auto *b = new B(&host, &host.registry, host.window.get());
+    QDomDocument doc;
+    doc.setContent(QStringLiteral("<Widget>%1</Widget>").arg(xml));
+    b->configure(doc.documentElement());
+    b->show();
+    return b;
+}
+
+void click(QWidget *w)
+{
+    mouse(w, QEvent::MouseButtonPress, QPoint(5, 5));
+    mouse(w, QEvent::MouseButtonRelease, QPoint(5, 5));
+}
+
+} // namespace
+
+void tst_Button::matrixCellButtons_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("current"); // position of the cell's parameter
+    QTest::addColumn<QString>("sent");
+
+    QTest::newRow("matrix, off cell") << "MatrixButton" << "0" << "1";
+    QTest::newRow("matrix mixer, on cell") << "MatrixMixerButton" << "1" << "0";
+    QTest::newRow("brio matrix") << "BrioMatrixButton" << "0" << "1";
+    QTest::newRow("brio mixer") << "BrioMatrixMixerButton" << "1" << "0";
+    QTest::newRow("vela mixer") << "VelaMatrixMixerButton" << "0" << "1";
+}
+
+void tst_Button::matrixCellButtons()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, current);
+    QFETCH(QString, sent);
+
+    host.requests.clear();
+    host.setParameter(QStringLiteral("Mix/In2/Out3/On"), current, current == "1" ? "On" : "Off");
+    host.setParameter(QStringLiteral("Mix/In3/Out2/On"), "0", "Off");
+    const QString xml = QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"20\" height=\"20\"/>"
+                                       "<XIndex>3</XIndex><AddressForm prmAddr=\"Mix/In{y}/Out{x}/On\"/>"
+                                       "<YIndex>2</YIndex>");
+    MatrixButton *b = nullptr;
+    if (type == QLatin1String("MatrixButton"))
+        b = host.make<MatrixButton>(xml);
+    else if (type == QLatin1String("MatrixMixerButton"))
+        b = host.make<MatrixMixerButton>(xml);
+    else if (type == QLatin1String("BrioMatrixButton"))
+        b = host.make<BrioMatrixButton>(xml);
+    else if (type == QLatin1String("BrioMatrixMixerButton"))
+        b = host.make<BrioMatrixMixerButton>(xml);
+    else
+        b = host.make<VelaMatrixMixerButton>(xml);
+    QCOMPARE(b->addressAt(0).prmAddr(), QStringLiteral("Mix/In2/Out3/On"));
+    QCOMPARE(b->isOn(), current == QLatin1String("1"));
+    click(b);
+    QCOMPARE(host.requests.size(), 1);
+    QCOMPARE(host.requests.first().address.value("prmAddr").toString(), QStringLiteral("Mix/In2/Out3/On"));
+    QCOMPARE(host.requests.first().arg("ui_prm_val"), sent);
+}
+
+void tst_Button::editorWindows_data()
+{
+    QTest::addColumn<QString>("opener");   // the type clicked first
+    QTest::addColumn<QString>("second");   // the type clicked next, naming the same editor
+    QTest::addColumn<bool>("opens");       // whether the first click opens the window
+    QTest::addColumn<bool>("secondCloses");
+    QTest::addColumn<int>("flags");        // window type of the editor
+
+    QTest::newRow("editor, closed by a second button") << "CreateEditorButton" << "BrioCreateEditorButton" << true
+                                                       << true << int(Qt::Window);
+    QTest::newRow("hide button closes only") << "BrioCreateEditorButton" << "BrioCreateEditorHideButton" << true
+                                             << true << int(Qt::Window);
+    QTest::newRow("hide button never opens") << "BrioCreateEditorHideButton" << "CreateEditorButton" << false
+                                             << false << int(Qt::Window);
+    QTest::newRow("child window") << "ChildWindowButton" << "ChildWindowButton" << true << true << int(Qt::Tool);
+}
+
+void tst_Button::editorWindows()
+{
+    QFETCH(QString, opener);
+    QFETCH(QString, second);
+    QFETCH(bool, opens);
+    QFETCH(bool, secondCloses);
+    QFETCH(int, flags);
+
+    QTemporaryDir dir;
+    QVERIFY(writeEditorPanel(dir));
+    host.imagePath = dir.path();
+    host.windowEvents.clear();
+    host.requests.clear();
+
+    const QString xml = QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"40\" height=\"20\"/>"
+                                       "<EditorID>mixer_edit</EditorID><Title>Mixer</Title>");
+    host.window.reset(new QWidget);
+    host.window->resize(300, 200);
+    host.window->show();
+    auto make = [&](const QString &type) -> WindowButton * {
+        if (type == QLatin1String("CreateEditorButton"))
+            return addButton<CreateEditorButton>(host, xml);
+        if (type == QLatin1String("BrioCreateEditorButton"))
+            return addButton<BrioCreateEditorButton>(host, xml);
+        if (type == QLatin1String("BrioCreateEditorHideButton"))
+            return addButton<BrioCreateEditorHideButton>(host, xml);
+        return addButton<ChildWindowButton>(host, xml);
+    };
+    WindowButton *first = make(opener);
+    WindowButton *other = make(second);
+    QVERIFY(!first->isOn());
+
+    click(first);
+    QCOMPARE(first->isWindowOpen(), opens);
+    QVERIFY(host.requests.isEmpty());
+    if (!opens) {
+        QVERIFY(host.windowEvents.isEmpty());
+        return;
+    }
+    QPointer<QWidget> editor = first->editorWindow();
+    QVERIFY(editor);
+    QVERIFY(editor->isWindow());
+    QVERIFY(editor->isVisible());
+    QCOMPARE(int(editor->windowType()), flags);
+    QCOMPARE(editor->windowTitle(), QStringLiteral("Mixer"));
+    QCOMPARE(editor->parentWidget(), host.window.get());
+    QVERIFY(first->isOn());
+    QVERIFY(other->isOn()); // one window per editor name
+    QCOMPARE(host.windowEvents, QStringList{"open mixer_edit"});
+    // The editor's controls sit on the button's device.
+    auto *level = editor->findChild<BaseWidget *>(QStringLiteral("level"));
+    QVERIFY(level);
+    QCOMPARE(level->addressAt(0).deviceId(), QStringLiteral("dev1"));
+
+    // Clicking the first again raises nothing new: it closes.
+    click(secondCloses ? other : first);
+    QVERIFY(!first->isWindowOpen());
+    QVERIFY(!other->isOn());
+    QCOMPARE(host.windowEvents, (QStringList{"open mixer_edit", "close mixer_edit"}));
+    QTRY_VERIFY(!editor);
+
+    // A panel that cannot be built opens nothing.
+    host.windowEvents.clear();
+    WindowButton *missing = addButton<CreateEditorButton>(host, QStringLiteral("<EditorID>no_such_panel</EditorID>"));
+    click(missing);
+    QVERIFY(!missing->isWindowOpen());
+    QVERIFY(host.windowEvents.isEmpty());
+}
+
+void tst_Button::editorWindowFromTheBackButton()
+{
+    QTemporaryDir dir;
+    QVERIFY(writeEditorPanel(dir));
+    host.imagePath = dir.path();
+    host.windowEvents.clear();
+    auto *b = host.make<CreateEditorButton>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"40\" height=\"20\"/>"
+                                                           "<EditorID>mixer_edit</EditorID>"));
+    // The back button on the panel itself closes nothing.
+    auto *stray = addButton<ParentPanelButton>(host, QStringLiteral("<Rect x=\"50\" y=\"0\" width=\"40\" height=\"20\"/>"));
+    click(stray);
+    QVERIFY(host.window->isVisible());
+    QVERIFY(!stray->isOn());
+
+    click(b);
+    QPointer<QWidget> editor = b->editorWindow();
+    QVERIFY(editor);
+    QCOMPARE(editor->windowTitle(), QStringLiteral("mixer_edit"));
+    auto *back = editor->findChild<ParentPanelButton *>(QStringLiteral("back"));
+    QVERIFY(back);
+    click(back);
+    QVERIFY(!b->isOn());
+    QCOMPARE(host.windowEvents, (QStringList{"open mixer_edit", "close mixer_edit"}));
+    QTRY_VERIFY(!editor);
+    QVERIFY(host.window->isVisible());
+
+    // A window that goes with its panel is not reported as closed.
+    click(b);
+    QVERIFY(b->editorWindow());
+    host.windowEvents.clear();
+    host.window.reset();
+    QVERIFY(host.windowEvents.isEmpty());
 }
 
 QTEST_MAIN(tst_Button)

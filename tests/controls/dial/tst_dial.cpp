@@ -8,6 +8,7 @@
 #include <QScrollBar>
 #include <QPainter>
 #include <QTemporaryDir>
+#include <QtMath>
 #include <QtTest>
 
 #include <cmath>
@@ -86,6 +87,10 @@ private:
             d = host.make<TuningZoneDial>(rect + "<Zone>z1</Zone>" + own + extra);
         else if (type == QLatin1String("RejectFocusDial"))
             d = host.make<RejectFocusDial>(rect + own + extra);
+        else if (type == QLatin1String("DirectionDial"))
+            d = host.make<DirectionDial>(rect + own + extra);
+        else if (type == QLatin1String("BeamDial"))
+            d = host.make<BeamDial>(rect + own + extra);
         else if (type == QLatin1String("BeamConvertDial"))
             d = host.make<BeamConvertDial>(rect + own + extra);
         else
@@ -106,6 +111,8 @@ private:
     }
 
 private slots:
+    void beam_data();
+    void beam();
     void description_data();
     void description();
     void levelList();
@@ -235,6 +242,16 @@ void tst_Dial::drag_data()
                                     << QStringList{"pos 0.51 1", "pos 0.51 0"};
     QTest::newRow("matrix cell") << "DelayMatrixDial" << "0.5" << QList<Step>{{'p', 30, 30}, {'m', 30, 33}}
                                  << QStringList{"pos 0.49 1"};
+    // A direction turns endlessly: past either end the drag goes on from the other.
+    QTest::newRow("direction over the top") << "DirectionDial" << "0.9"
+                                            << QList<Step>{{'p', 30, 30}, {'m', 30, 0}, {'r', 30, -30}}
+                                            << QStringList{"pos 0 1", "pos 0.1 0"};
+    QTest::newRow("direction below 0") << "DirectionDial" << "0.05"
+                                       << QList<Step>{{'p', 30, 30}, {'m', 30, 60}}
+                                       << QStringList{"pos 0.95 1"};
+    QTest::newRow("direction inside the travel") << "DirectionDial" << "0.5"
+                                                 << QList<Step>{{'p', 30, 30}, {'m', 30, 27}}
+                                                 << QStringList{"pos 0.51 1"};
     QTest::newRow("beam convert alt-click") << "BeamConvertDial" << "0.5"
                                             << QList<Step>{{'p', 30, 30, Qt::AltModifier}} << QStringList{"kind 3"};
 }
@@ -286,13 +303,22 @@ void tst_Dial::keys_data()
     QTest::addColumn<bool>("visible");
     QTest::addColumn<QStringList>("expected");
     QTest::addColumn<bool>("accepted");
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("val");
 
-    QTest::newRow("up") << int(Qt::Key_Up) << true << QStringList{"step 1 0.25"} << true;
-    QTest::newRow("down") << int(Qt::Key_Down) << true << QStringList{"step -1 0.25"} << true;
-    QTest::newRow("return passes on") << int(Qt::Key_Return) << true << QStringList() << false;
-    QTest::newRow("escape passes on") << int(Qt::Key_Escape) << true << QStringList() << false;
-    QTest::newRow("right passes on") << int(Qt::Key_Right) << true << QStringList() << false;
-    QTest::newRow("hidden ignores up") << int(Qt::Key_Up) << false << QStringList() << false;
+    QTest::newRow("up") << int(Qt::Key_Up) << true << QStringList{"step 1 0.25"} << true << "" << "";
+    // A direction steps across an end by going round.
+    QTest::newRow("direction up at the top") << int(Qt::Key_Up) << true << QStringList{"pos 0.00333333 0"} << true
+                                             << "DirectionDial" << "1";
+    QTest::newRow("direction down at 0") << int(Qt::Key_Down) << true << QStringList{"pos 0.996667 0"} << true
+                                         << "DirectionDial" << "0";
+    QTest::newRow("direction inside steps") << int(Qt::Key_Down) << true << QStringList{"step -1 1"} << true
+                                            << "DirectionDial" << "1";
+    QTest::newRow("down") << int(Qt::Key_Down) << true << QStringList{"step -1 0.25"} << true << "" << "";
+    QTest::newRow("return passes on") << int(Qt::Key_Return) << true << QStringList() << false << "" << "";
+    QTest::newRow("escape passes on") << int(Qt::Key_Escape) << true << QStringList() << false << "" << "";
+    QTest::newRow("right passes on") << int(Qt::Key_Right) << true << QStringList() << false << "" << "";
+    QTest::newRow("hidden ignores up") << int(Qt::Key_Up) << false << QStringList() << false << "" << "";
 }
 
 void tst_Dial::keys()
@@ -301,8 +327,10 @@ void tst_Dial::keys()
     QFETCH(bool, visible);
     QFETCH(QStringList, expected);
     QFETCH(bool, accepted);
+    QFETCH(QString, type);
+    QFETCH(QString, val);
 
-    Dial *d = dial(QStringLiteral("0.25"));
+    Dial *d = type.isEmpty() ? dial(QStringLiteral("0.25")) : dial(val, QString(), type);
     d->setVisible(visible);
     QKeyEvent e(QEvent::KeyPress, key, Qt::NoModifier);
     QApplication::sendEvent(d, &e);
@@ -487,21 +515,29 @@ void tst_Dial::pointer_data()
 {
     QTest::addColumn<QString>("val");
     QTest::addColumn<double>("angle");
+    QTest::addColumn<QString>("type");
 
-    QTest::newRow("minimum at 7 o'clock") << "0" << -150.0;
-    QTest::newRow("quarter") << "0.25" << -75.0;
-    QTest::newRow("half points up") << "0.5" << 0.0;
-    QTest::newRow("maximum at 5 o'clock") << "1" << 150.0;
-    QTest::newRow("above 1 stays at the maximum") << "1.7" << 150.0;
-    QTest::newRow("not a number is the minimum") << "-" << -150.0;
+    QTest::newRow("minimum at 7 o'clock") << "0" << -150.0 << "Dial";
+    QTest::newRow("quarter") << "0.25" << -75.0 << "Dial";
+    QTest::newRow("half points up") << "0.5" << 0.0 << "Dial";
+    QTest::newRow("maximum at 5 o'clock") << "1" << 150.0 << "Dial";
+    QTest::newRow("above 1 stays at the maximum") << "1.7" << 150.0 << "Dial";
+    QTest::newRow("not a number is the minimum") << "-" << -150.0 << "Dial";
+    // A direction goes once round: 0 up, a quarter at 3 o'clock, a half down.
+    QTest::newRow("direction 0 points up") << "0" << 0.0 << "DirectionDial";
+    QTest::newRow("direction quarter") << "0.25" << 90.0 << "DirectionDial";
+    QTest::newRow("direction half points down") << "0.5" << 180.0 << "DirectionDial";
+    QTest::newRow("direction three quarters") << "0.75" << -90.0 << "DirectionDial";
+    QTest::newRow("direction 1 is 0 again") << "1" << 0.0 << "DirectionDial";
 }
 
 void tst_Dial::pointer()
 {
     QFETCH(QString, val);
     QFETCH(double, angle);
+    QFETCH(QString, type);
 
-    Dial *d = dial(val, QString(), QStringLiteral("Dial"), 100);
+    Dial *d = dial(val, QString(), type, 100);
     const QImage image = render(d);
     const QPointF centre = QRectF(d->knobRect()).center();
     // The pointer is the only near-white thing on the knob.
@@ -518,7 +554,8 @@ void tst_Dial::pointer()
     }
     QVERIFY2(n > 20, qPrintable(QString::number(n)));
     const double drawn = clockAngle(sum / n);
-    QVERIFY2(std::abs(drawn - angle) < 6, qPrintable(QStringLiteral("drawn at %1").arg(drawn)));
+    const double off = std::remainder(drawn - angle, 360.0);
+    QVERIFY2(std::abs(off) < 6, qPrintable(QStringLiteral("drawn at %1").arg(drawn)));
 }
 
 void tst_Dial::indicator_data()
@@ -615,6 +652,46 @@ void tst_Dial::gates()
     d->notifyValueChanged({{"prmAddr", "Ch1/Gain"}, {"dev_uniq_id", "dev1"}});
     QVERIFY(d->isEnabled());
     QCOMPARE(d->shownPosition(), 0.0);
+}
+
+void tst_Dial::beam_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("val");
+    QTest::addColumn<QString>("width");   // BeamWidth tag text
+    QTest::addColumn<int>("degrees");     // the width in use
+    QTest::addColumn<double>("towards");  // clock angle the beam points at
+
+    QTest::newRow("up") << "BeamDial" << "0.5" << "40" << 40 << 0.0;
+    QTest::newRow("right end") << "BeamDial" << "1" << "40" << 40 << 150.0;
+    QTest::newRow("left end, converting panel") << "BeamConvertDial" << "0" << "60" << 60 << -150.0;
+    QTest::newRow("refused width keeps 30") << "BeamDial" << "0.5" << "400" << 30 << 0.0;
+}
+
+void tst_Dial::beam()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, val);
+    QFETCH(QString, width);
+    QFETCH(int, degrees);
+    QFETCH(double, towards);
+
+    auto *d = static_cast<BeamDial *>(
+        dial(val, QStringLiteral("<BeamWidth>%1</BeamWidth><BeamColor>0,0,255,255</BeamColor>").arg(width), type, 100));
+    QCOMPARE(d->beamWidth(), degrees);
+    const QImage image = render(d);
+    const QPointF c = QRectF(d->knobRect()).center();
+    const double r = d->knobRect().width() / 2.0 * 0.7;
+    auto at = [&](double clock) {
+        const double a = qDegreesToRadians(clock);
+        return image.pixelColor(QPointF(c.x() + r * std::sin(a), c.y() - r * std::cos(a)).toPoint());
+    };
+    auto beamBlue = [](const QColor &p) { return p.blue() > 200 && p.red() < 60 && p.green() < 60; };
+    QVERIFY(beamBlue(at(towards)));
+    QVERIFY(!beamBlue(at(towards + 180)));
+    // Just inside and just outside the wedge's edge.
+    QVERIFY(beamBlue(at(towards + degrees / 2.0 - 4)));
+    QVERIFY(!beamBlue(at(towards + degrees / 2.0 + 6)));
 }
 
 QTEST_MAIN(tst_Dial)

@@ -108,6 +108,8 @@ private:
     }
 
 private slots:
+    void levelScalePointer_data();
+    void levelScalePointer();
     void description_data();
     void description();
     void scaledLaw();
@@ -524,6 +526,50 @@ void tst_Fader::knobImage()
     const int markY = f->travel() - f->ratioToKnobPosition(0.8) + knob.height() / 2;
     const QList<int> rows = rowsWith(image, QColor(200, 200, 200), 0, knob.left() - 1);
     QCOMPARE(rows, QList<int>{markY});
+}
+
+void tst_Fader::levelScalePointer_data()
+{
+    QTest::addColumn<QString>("val");
+    QTest::addColumn<double>("height"); // of the tip, as a share of the travel from the bottom
+
+    QTest::newRow("bottom") << "0" << 0.0;
+    QTest::newRow("middle") << "0.5" << 0.5;
+    QTest::newRow("top") << "1" << 1.0;
+}
+
+void tst_Fader::levelScalePointer()
+{
+    QFETCH(QString, val);
+    QFETCH(double, height);
+    host.window.reset();
+    host.requests.clear();
+    host.setParameter(QStringLiteral("Ch1/Fader"), val, QStringLiteral("x"));
+    auto *w = host.make<LevelScalePointer>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"30\" height=\"200\"/>"
+                                                          "<Address prmAddr=\"Ch1/Fader\"/>"
+                                                          "<PointerColor>0,255,0</PointerColor>"));
+    QCOMPARE(w->pointerColor(), QColor(0, 255, 0));
+    const QPoint tip = w->tip();
+    QCOMPARE(tip.y(), w->knobRect().center().y());
+    // The pointer at its level, and no knob cap: nothing but the pointer's green on its row.
+    QImage image(w->size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::black);
+    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    QCOMPARE(image.pixelColor(w->width() - 2, tip.y()), QColor(0, 255, 0));
+    QCOMPARE(image.pixelColor(2, tip.y()), QColor(0, 255, 0)); // the line across
+    const QRect knob = w->knobRect();
+    const int away = tip.y() + (tip.y() < 100 ? 15 : -15);
+    QCOMPARE(image.pixelColor(knob.center().x(), away), QColor(Qt::black));
+    // Higher levels sit higher.
+    const int travelTop = w->knobRect().height() / 2;
+    const int travelBottom = w->height() - 1 - w->knobRect().height() / 2;
+    QVERIFY(qAbs(tip.y() - (travelBottom - height * (travelBottom - travelTop))) <= 2);
+
+    // It drags as a fader does.
+    Input::mouse(w, QEvent::MouseButtonPress, tip);
+    Input::mouse(w, QEvent::MouseMove, tip - QPoint(0, 10));
+    Input::mouse(w, QEvent::MouseButtonRelease, tip - QPoint(0, 10));
+    QVERIFY(!host.requests.isEmpty() || val == QLatin1String("1"));
 }
 
 void tst_Fader::markAtValueText()

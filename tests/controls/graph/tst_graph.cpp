@@ -837,6 +837,105 @@ private slots:
         setValue(p, bandAddr, QStringLiteral("0"), QStringLiteral("-inf"));
         QVERIFY(p->isEnabled());
     }
+    void tuningZoneHandle_data()
+    {
+        QTest::addColumn<QPoint>("press");          // in the parent
+        QTest::addColumn<QList<QPoint>>("moves");   // then released at the last
+        QTest::addColumn<QStringList>("sent");      // "text held"
+
+        QTest::newRow("a click only selects") << QPoint(52, 48) << QList<QPoint>{} << QStringList{};
+        QTest::newRow("a tremor is no drag") << QPoint(50, 50) << QList<QPoint>{{51, 50}} << QStringList{};
+        QTest::newRow("grabbed at the centre") << QPoint(50, 50) << QList<QPoint>{{75, 25}}
+                                               << QStringList{"0.75:0.75 1", "0.75:0.75 0"};
+        // Pressed 4 pixels right of the point: the point stays 4 pixels left of the pointer.
+        QTest::newRow("grabbed off the centre, no jump") << QPoint(54, 50) << QList<QPoint>{{79, 75}}
+                                                         << QStringList{"0.75:0.25 1", "0.75:0.25 0"};
+        QTest::newRow("clamped at the edge") << QPoint(50, 50) << QList<QPoint>{{500, -40}}
+                                             << QStringList{"1:1 1", "1:1 0"};
+    }
+
+    void tuningZoneHandle()
+    {
+        QFETCH(QPoint, press);
+        QFETCH(QList<QPoint>, moves);
+        QFETCH(QStringList, sent);
+
+        host.editor.insert("zone_uniq_id", "zoneA");
+        auto *p = makePoint<TuningZoneGraphControlPoint>(QStringLiteral("<Text>3</Text><Color>0,160,255</Color>"));
+        host.editor.remove("zone_uniq_id");
+        // A disc of its own, centred on the point.
+        const int side = TuningZoneGraphControlPoint::discSide(1.0f);
+        QCOMPARE(p->geometry(), QRect(50 - side / 2, 50 - side / 2, side, side));
+        QVERIFY(side > 5);
+        QImage image(p->size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        p->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+        QCOMPARE(image.pixelColor(0, 0).alpha(), 0);                   // round: the corner is empty
+        QCOMPARE(image.pixelColor(side / 2, 1).alpha(), 255);            // the disc
+        QVERIFY(image.pixelColor(side / 2, 1).blue() > 200);
+
+        mouse(p, QEvent::MouseButtonPress, press.x(), press.y());
+        QVERIFY(p->isDragging());
+        QCOMPARE(host.selections.size(), 1);
+        for (const QPoint &m : moves)
+            mouse(p, QEvent::MouseMove, m.x(), m.y());
+        const QPoint end = moves.isEmpty() ? press : moves.last();
+        mouse(p, QEvent::MouseButtonRelease, end.x(), end.y());
+        QVERIFY(!p->isDragging());
+        QStringList got;
+        for (const RecordingHost::Request &r : host.requests)
+            got << r.arg("ui_prm_str") + QLatin1Char(' ') + r.arg("set_prm_type");
+        QCOMPARE(got, sent);
+        for (const RecordingHost::Request &r : host.requests)
+            QCOMPARE(r.address.value("zone_uniq_id").toString(), QStringLiteral("zoneA"));
+    }
+    void halo3DLayers_data()
+    {
+        QTest::addColumn<QString>("depth");
+        QTest::addColumn<int>("shift");   // total depth of two layers behind the front, pixels
+
+        QTest::newRow("default depth") << QString() << 16;
+        QTest::newRow("given depth") << QStringLiteral("<Depth>20</Depth>") << 40;
+        QTest::newRow("flat") << QStringLiteral("<Depth>0</Depth>") << 0;
+        QTest::newRow("refused depth keeps the default") << QStringLiteral("<Depth>-3</Depth>") << 16;
+    }
+
+    void halo3DLayers()
+    {
+        QFETCH(QString, depth);
+        QFETCH(int, shift);
+        const QString line = QStringLiteral("0:100/0:100/0:0/100:100");   // bottom-left to top-right
+        host.setParameter("L0", "0", line);
+        host.setParameter("L1", "0", line);
+        host.setParameter("L2", "0", QStringLiteral("0:100/0:0/1:2"));  // rejected: zero range
+        auto *g = host.make<Halo3DGraph>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"201\" height=\"101\"/>"
+                                                        "<AddressList><Address prmAddr=\"L0\"/><Address prmAddr=\"L1\"/>"
+                                                        "<Address prmAddr=\"L2\"/></AddressList>")
+                                         + depth);
+        QCOMPARE(g->layerCount(), 2);                 // the third never read
+        QVERIFY(g->layer(2).isEmpty());
+        host.setParameter("L2", "0", line);
+        g->notifyValueChanged({{"prmAddr", "L2"}, {"dev_uniq_id", "dev1"}});
+        QCOMPARE(g->layerCount(), 3);
+        // The front layer at the bottom left, each farther one up and to the right.
+        const QPolygon front = g->layer(0);
+        const QPolygon back = g->layer(2);
+        QCOMPARE(front.first(), QPoint(0, 100));
+        QCOMPARE(back.first(), QPoint(shift, 100 - shift));
+        QCOMPARE(back.last(), QPoint(200, 0));
+        QCOMPARE(g->layer(1).first(), QPoint(shift / 2, 100 - shift / 2));
+        // A text a layer cannot read keeps it.
+        host.setParameter("L1", "0", QStringLiteral("nonsense"));
+        g->notifyValueChanged({{"prmAddr", "L1"}, {"dev_uniq_id", "dev1"}});
+        QCOMPARE(g->layer(1).first(), QPoint(shift / 2, 100 - shift / 2));
+        // Farther layers are fainter: the front is drawn in the full line colour.
+        QImage image(g->size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::black);
+        g->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+        QCOMPARE(image.pixelColor(front.first()), QColor(0, 255, 0));
+        if (shift > 0)
+            QVERIFY(image.pixelColor(back.first()).green() < 200);
+    }
 };
 
 QTEST_MAIN(tst_Graph)

@@ -73,6 +73,8 @@ class tst_Grid : public QObject
     Q_OBJECT
 
 private slots:
+    void roomCombineChecker_data();
+    void roomCombineChecker();
     void addresses_data();
     void addresses();
     void lateForm();
@@ -329,6 +331,9 @@ void tst_Grid::routerSelect_data()
     QTest::newRow("thirds") << "KiteRouter" << 4 << "0" << 1 << "0.333333";
     QTest::newRow("selected row again: nothing") << "BrioOscillatorRouter" << 4 << "0.666667" << 2 << "";
     QTest::newRow("patch") << "BrioOutputPatch" << 3 << "0" << 1 << "0.5";
+    // A value not known (yet) lights no row, so row 0 can still be chosen.
+    QTest::newRow("unknown value: row 0 clickable") << "Router" << 4 << "" << 0 << "0";
+    QTest::newRow("text value: row 0 clickable") << "FenRouter" << 4 << "n/a" << 0 << "0";
 }
 
 void tst_Grid::routerSelect()
@@ -343,6 +348,13 @@ void tst_Grid::routerSelect()
     auto *w = static_cast<RouterGrid *>(
         makeByName(host, type, routeForm + QStringLiteral("<Rows>%1</Rows><Columns>3</Columns>").arg(rows)));
     QVERIFY(qobject_cast<RouterGrid *>(w));
+    bool known = false;
+    current.toDouble(&known);
+    if (!known) {
+        QCOMPARE(w->selectedRow(1), -1);
+        for (int r = 0; r < rows; ++r)
+            QVERIFY(!w->cellLit(r, 1));
+    }
     Input::mouse(w, QEvent::MouseButtonPress, w->cellRect(row, 1).center());
     Input::mouse(w, QEvent::MouseButtonRelease, w->cellRect(row, 1).center());
     if (sent.isEmpty()) {
@@ -637,6 +649,51 @@ void tst_Grid::settersAndTags()
     QVERIFY(recorder.region.isEmpty());
     w->setOffColor(Qt::red);
     QTRY_VERIFY(!recorder.region.isEmpty());
+}
+
+void tst_Grid::roomCombineChecker_data()
+{
+    QTest::addColumn<QString>("current");
+    QTest::addColumn<QString>("sent");
+    QTest::addColumn<bool>("checked");
+
+    QTest::newRow("separate rooms: a click combines") << "0" << "1" << false;
+    QTest::newRow("combined rooms: a click separates") << "1" << "0" << true;
+    QTest::newRow("no value yet: separate") << "" << "1" << false;
+}
+
+void tst_Grid::roomCombineChecker()
+{
+    QFETCH(QString, current);
+    QFETCH(QString, sent);
+    QFETCH(bool, checked);
+    ControlTestHost host;
+    host.setParameter("Room/1-2/Combine", current, current);
+    auto *w = host.make<RoomCombineChecker>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"80\" height=\"20\"/>"
+                                                           "<Address prmAddr=\"Room/1-2/Combine\"/>"));
+    QCOMPARE(w->isOn(), checked);
+    // The check mark is drawn only while combined: lit pixels inside the box.
+    QImage image(w->size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::black);
+    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    const QRect box = w->boxRect().adjusted(2, 2, -2, -2);
+    int lit = 0;
+    for (int y = box.top(); y <= box.bottom(); ++y)
+        for (int x = box.left(); x <= box.right(); ++x)
+            lit += image.pixelColor(x, y) != image.pixelColor(box.center().x(), box.top()) ? 1 : 0;
+    QCOMPARE(lit > 5, checked);
+    // Nothing beside the box without a Text: no stray display text.
+    int beside = 0;
+    for (int x = w->boxRect().right() + 3; x < w->width(); ++x)
+        for (int y = 0; y < w->height(); ++y)
+            beside += image.pixelColor(x, y) != QColor(Qt::black) ? 1 : 0;
+    QCOMPARE(beside, 0);
+
+    Input::mouse(w, QEvent::MouseButtonPress, QPoint(5, 10));
+    Input::mouse(w, QEvent::MouseButtonRelease, QPoint(5, 10));
+    QCOMPARE(host.requests.size(), 1);
+    QCOMPARE(host.requests.first().kind, 0);
+    QCOMPARE(host.requests.first().arg("ui_prm_val"), sent);
 }
 
 QTEST_MAIN(tst_Grid)

@@ -2,8 +2,10 @@
 
 #include "controls/misc/misc_variants.h"
 
+#include <QColorDialog>
 #include <QSignalSpy>
 #include <QtTest>
+#include "support/ModalWatch.h"
 #include "support/PaintCounter.h"
 
 using Input::mouse;
@@ -26,24 +28,9 @@ void wheel(QWidget *w, int delta)
     QApplication::sendEvent(w, &e);
 }
 
-//! A colour box whose dialog answers at once.
-class ScriptedColorBox : public ColorBox
-{
-public:
-    using ColorBox::ColorBox;
-    QColor answer;
-    QList<QColor> asked;
-
-protected:
-    QColor pickColor(const QColor &initial) override
-    {
-        asked << initial;
-        return answer;
-    }
-};
-
 const QVariantMap colour{{"prmAddr", "Ch/Colour"}, {"dev_uniq_id", "dev1"}};
 const QVariantMap devices{{"prmAddr", "Pair/List"}, {"dev_uniq_id", "dev1"}};
+const QVariantMap paired{{"prmAddr", "Pair/Device"}, {"dev_uniq_id", "dev1"}};
 
 } // namespace
 
@@ -54,20 +41,23 @@ class tst_Misc : public QObject
 private:
     ControlTestHost host;
 
-    ScriptedColorBox *box(const QString &extra = QString())
+    ColorBox *box(const QString &extra = QString())
     {
-        return host.make<ScriptedColorBox>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"40\" height=\"20\"/>"
+        return host.make<ColorBox>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"40\" height=\"20\"/>"
                                                           "<Address prmAddr=\"Ch/Colour\"/>")
                                            + extra);
     }
-    PairDeviceList *list(const QString &text, int height = 200)
+    PairDeviceList *list(const QString &text, int height = 200,
+                         const QString &choice = QStringLiteral("<Address prmAddr=\"Pair/Device\"/>"))
     {
         host.setParameter(QStringLiteral("Pair/List"), QStringLiteral("0"), text);
         return host.make<PairDeviceList>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"120\" height=\"%1\"/>"
-                                                        "<Address prmAddr=\"Pair/List\"/>"
+                                                        "<Address prmAddr=\"Pair/List\"/>")
+                                             .arg(height)
+                                         + choice
+                                         + QStringLiteral(
                                                         "<SelectedColor>255,0,0</SelectedColor>"
-                                                        "<BackgroundColor>0,0,0</BackgroundColor>")
-                                             .arg(height));
+                                                        "<BackgroundColor>0,0,0</BackgroundColor>"));
     }
 
 private slots:
@@ -77,6 +67,7 @@ private slots:
     void clickSendsTheChosenColour_data();
     void clickSendsTheChosenColour();
     void colourRepaintsOnlyOnChange();
+    void clickWithoutHostAnswerNeverBlocks();
     void rowsOfTheText_data();
     void rowsOfTheText();
     void clickSelectsAndSends();
@@ -146,13 +137,16 @@ void tst_Misc::clickSendsTheChosenColour()
     QFETCH(QString, sent);
 
     host.setParameter(QStringLiteral("Ch/Colour"), QStringLiteral("0"), QStringLiteral("10,20,30"));
-    ScriptedColorBox *b = box();
-    b->answer = answer;
+    host.answersColors = true;
+    host.colorAnswer = answer;
+    host.colorsAsked.clear();
+    ColorBox *b = box();
     mouse(b, QEvent::MouseButtonPress, QPoint(5, 5), Qt::LeftButton, Qt::KeyboardModifiers(modifiers));
     mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5), Qt::LeftButton, Qt::KeyboardModifiers(modifiers));
-    QCOMPARE(b->asked.size(), asked ? 1 : 0);
+    QCOMPARE(host.colorsAsked.size(), asked ? 1 : 0);
     if (asked)
-        QCOMPARE(b->asked.first(), QColor(10, 20, 30));
+        QCOMPARE(host.colorsAsked.first(), QColor(10, 20, 30));
+    QVERIFY(!b->dialog());
     if (sent.isEmpty()) {
         QVERIFY(host.requests.isEmpty());
         return;
@@ -160,6 +154,32 @@ void tst_Misc::clickSendsTheChosenColour()
     QCOMPARE(host.requests.size(), 1);
     QCOMPARE(host.requests.first().kind, 1);
     QCOMPARE(host.requests.first().arg("ui_prm_str"), sent);
+}
+
+void tst_Misc::clickWithoutHostAnswerNeverBlocks()
+{
+    host.answersColors = false;
+    host.setParameter(QStringLiteral("Ch/Colour"), QStringLiteral("0"), QStringLiteral("10,20,30"));
+    ColorBox *b = box();
+    ModalWatch watch;
+    mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
+    mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5));
+    QCoreApplication::processEvents();
+    QVERIFY(!watch.blocked);
+    QPointer<QColorDialog> dialog = b->dialog();
+    QVERIFY(dialog);
+    QVERIFY(dialog->isVisible());
+    QVERIFY(!dialog->isModal());
+    QCOMPARE(dialog->currentColor(), QColor(10, 20, 30));
+
+    // A second click reuses the open dialog; choosing in it sends the colour.
+    mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
+    QCOMPARE(b->dialog(), dialog.data());
+    dialog->setCurrentColor(QColor(40, 50, 60));
+    dialog->accept();
+    QCOMPARE(host.requests.size(), 1);
+    QCOMPARE(host.requests.first().arg("ui_prm_str"), QStringLiteral("40,50,60"));
+    QTRY_VERIFY(!dialog);
 }
 
 void tst_Misc::colourRepaintsOnlyOnChange()
@@ -216,6 +236,9 @@ void tst_Misc::clickSelectsAndSends()
     QCOMPARE(host.requests.size(), 1);
     QCOMPARE(host.requests.first().kind, 1);
     QCOMPARE(host.requests.first().arg("ui_prm_str"), QStringLiteral("B"));
+    // The choice goes to its own parameter; the list is never written.
+    QCOMPARE(host.requests.first().index, 1);
+    QCOMPARE(host.requests.first().address.value("prmAddr").toString(), QStringLiteral("Pair/Device"));
 
     // The highlight is where the selected row is drawn, nowhere else.
     QImage image = render(l);
@@ -237,6 +260,18 @@ void tst_Misc::clickSelectsAndSends()
     l->notifyValueChanged(devices);
     QCOMPARE(l->selectedRow(), -1);
     QCOMPARE(l->selectedText(), QString());
+
+    // The paired device, as its parameter reports it, is the selection.
+    host.setParameter(QStringLiteral("Pair/Device"), QStringLiteral("0"), QStringLiteral("Y"));
+    l->notifyValueChanged(paired);
+    QCOMPARE(l->selectedText(), QStringLiteral("Y"));
+
+    // Without a parameter for the choice, a click selects and sends nothing.
+    host.requests.clear();
+    l = list(QStringLiteral("A|B|C"), 200, QString());
+    mouse(l, QEvent::MouseButtonPress, QPoint(10, h / 2));
+    QCOMPARE(l->selectedRow(), 0);
+    QVERIFY(host.requests.isEmpty());
 }
 
 void tst_Misc::wheelScrollsLongLists_data()

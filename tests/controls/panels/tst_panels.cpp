@@ -88,6 +88,10 @@ private slots:
     void panelContainer();
     void scrollPanel_data();
     void scrollPanel();
+    void automixerGroup_data();
+    void automixerGroup();
+    void dragPanel_data();
+    void dragPanel();
 
 private:
     void set(BaseWidget *w, const QString &prmAddr, const QString &val, const QString &str = QString(),
@@ -354,8 +358,30 @@ void tst_Panels::pagesWithoutAnEntry()
     QVERIFY(control(w->currentPage(), "gain"));
     set(w, QStringLiteral("Type"), QStringLiteral("0"), QStringLiteral("Crossover"));
     QVERIFY(control(w->currentPage(), "generic"));
-    // Built with "Type" known and its display text empty: key "" came first.
-    QCOMPARE(w->pageKeys(), QStringLiteral(",Crossover,eq"));
+    QCOMPARE(w->pageKeys(), QStringLiteral("eq"));
+    QCOMPARE(w->pageCount(), 2);
+
+    // A continuous value: every new key shows the one page without "key",
+    // built once, whether a file pattern was tried first or not.
+    for (const QString &list : {QStringLiteral("<StackList><Page key=\"0\" file=\"eq\"/>"
+                                               "<Page><Widget type=\"NumberBox\" name=\"generic\"/></Page></StackList>"),
+                                QStringLiteral("<StackList file=\"none_%1\">"
+                                               "<Page><Widget type=\"NumberBox\" name=\"generic\"/></Page></StackList>")}) {
+        w = stacker(list);
+        QSignalSpy created(w, &PanelStacker::pageCreated);
+        QWidget *shared = nullptr;
+        for (int i = 1; i <= 40; ++i) {
+            set(w, QStringLiteral("Type"), QString::number(i / 40.0));
+            QVERIFY(control(w->currentPage(), "generic"));
+            if (!shared)
+                shared = w->currentPage();
+            QCOMPARE(w->currentPage(), shared);
+        }
+        QVERIFY(created.count() <= 1);
+        QCOMPARE(w->findChildren<BaseWidget *>(QStringLiteral("generic")).size(), 1);
+        set(w, QStringLiteral("Type"), QStringLiteral("0"));
+        QCOMPARE(w->pageCount(), list.contains(QLatin1String("key")) ? 2 : 1);
+    }
 
     w = stacker(QStringLiteral("<StackList range=\"2\"/>"));
     set(w, QStringLiteral("Type"), QStringLiteral("1"));
@@ -598,6 +624,109 @@ void tst_Panels::scrollPanel()
     // A panel smaller than the area is stretched to fill it.
     if (!scrolls)
         QTRY_COMPARE(w->panel()->size(), w->scrollArea()->viewport()->size());
+}
+
+void tst_Panels::automixerGroup_data()
+{
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QStringList>("values"); // the group's position, one after another
+    QTest::addColumn<QList<bool>>("live");   // the panel enabled after each
+
+    const QString group = QStringLiteral("<Address prmAddr=\"Am/Group1/On\"/>");
+    QTest::newRow("off, on, off") << group << QStringList{"0", "1", "0"} << QList<bool>{false, true, false};
+    QTest::newRow("no number is off") << group << QStringList{"-", "0.5"} << QList<bool>{false, true};
+    QTest::newRow("no address: always live") << QString() << QStringList{"0"} << QList<bool>{true};
+}
+
+void tst_Panels::automixerGroup()
+{
+    QFETCH(QString, address);
+    QFETCH(QStringList, values);
+    QFETCH(QList<bool>, live);
+
+    host.setParameter(QStringLiteral("Am/Group1/On"), values.first(), QString());
+    auto *w = host.make<AutomixerGroupController>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"300\" height=\"200\"/>")
+                                                  + address + QStringLiteral("<File>eq</File>"));
+    QVERIFY(w->panel());
+    BaseWidget *gain = control(w->panel(), "gain");
+    QVERIFY(gain);
+    for (int i = 0; i < values.size(); ++i) {
+        if (i > 0)
+            set(w, QStringLiteral("Am/Group1/On"), values.at(i));
+        QCOMPARE(w->isGroupOn(), live.at(i));
+        QCOMPARE(gain->isEnabled(), live.at(i));
+    }
+}
+
+void tst_Panels::dragPanel_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QPoint>("pull");     // from the press to the release
+    QTest::addColumn<QPoint>("offset");   // where the panel ends up
+
+    QTest::newRow("pulled up and left") << "DragPanel" << QSize(150, 100) << QPoint(-30, -40) << QPoint(30, 40);
+    QTest::newRow("not past its far edges") << "DragPanel" << QSize(150, 100) << QPoint(-900, -900)
+                                            << QPoint(150, 100);
+    QTest::newRow("not past its near edges") << "DragPanel" << QSize(150, 100) << QPoint(50, 50) << QPoint(0, 0);
+    QTest::newRow("only the direction it overflows") << "DragPanel" << QSize(150, 250) << QPoint(-20, -20)
+                                                     << QPoint(20, 0);
+    QTest::newRow("a panel that fits does not move") << "DragPanel" << QSize(380, 280) << QPoint(-20, -20)
+                                                     << QPoint(0, 0);
+    QTest::newRow("channel select") << "ChannelSelectDragPanel" << QSize(150, 100) << QPoint(-10, -5)
+                                    << QPoint(10, 5);
+    QTest::newRow("speaker") << "SpeakerDragPanel" << QSize(150, 100) << QPoint(-10, -5) << QPoint(10, 5);
+}
+
+void tst_Panels::dragPanel()
+{
+    QFETCH(QString, type);
+    QFETCH(QSize, size);
+    QFETCH(QPoint, pull);
+    QFETCH(QPoint, offset);
+
+    const QString xml = QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"%1\" height=\"%2\"/><File>eq</File>")
+                            .arg(size.width()).arg(size.height());
+    DragPanel *w = nullptr;
+    if (type == QLatin1String("ChannelSelectDragPanel"))
+        w = host.make<ChannelSelectDragPanel>(xml + "<ChNum>1</ChNum>");
+    else if (type == QLatin1String("SpeakerDragPanel"))
+        w = host.make<SpeakerDragPanel>(xml);
+    else
+        w = host.make<DragPanel>(xml);
+    QVERIFY(w->panel());
+    QCOMPARE(w->scrollArea()->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+    // The eq panel is 300 by 200 design pixels.
+    QTRY_COMPARE(w->canMove(), size.width() < 300 || size.height() < 200);
+
+    // Pressed on the panel's background, away from its controls.
+    QWidget *page = w->panel();
+    const QPoint from(280, 180);
+    QVERIFY(!page->childAt(from));
+    const QPoint start = from;
+    // Global positions are what count: the panel moves under the pointer.
+    const QPoint globalFrom = page->mapToGlobal(start);
+    QMouseEvent press(QEvent::MouseButtonPress, start, globalFrom, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(page, &press);
+    QCOMPARE(w->isDragging(), w->canMove());
+    QMouseEvent move(QEvent::MouseMove, start, globalFrom + pull / 2, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(page, &move);
+    QMouseEvent move2(QEvent::MouseMove, start, globalFrom + pull, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(page, &move2);
+    QMouseEvent release(QEvent::MouseButtonRelease, start, globalFrom + pull, Qt::LeftButton, Qt::NoButton,
+                        Qt::NoModifier);
+    QApplication::sendEvent(page, &release);
+    QVERIFY(!w->isDragging());
+    QCOMPARE(w->offset(), offset);
+    QVERIFY(host.requests.isEmpty());
+
+    // The controls on it still take their own presses.
+    if (BaseWidget *gain = control(page, "gain")) {
+        QMouseEvent p(QEvent::MouseButtonPress, QPoint(5, 5), gain->mapToGlobal(QPoint(5, 5)), Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(gain, &p);
+        QVERIFY(!w->isDragging());
+    }
 }
 
 QTEST_MAIN(tst_Panels)
