@@ -1,4 +1,5 @@
 #include "dial_variants.h"
+#include "controls/common/BeamWedge.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -85,10 +86,5 @@ void BeamDial::paintKnob(QPainter &painter)
     if (knob.isEmpty())
         return;
     // angle() is clockwise from straight up; arcs count counter-clockwise from three o'clock.
-    const double start = 90.0 - angle() - m_beamWidth / 2.0;
-    QPainterPath wedge;
-    wedge.moveTo(knob.center());
-    wedge.arcTo(knob, start, m_beamWidth);
-    wedge.closeSubpath();
-    painter.fillPath(wedge, m_beamColor);
+    paintBeamWedge(painter, knob, 90.0 - angle() - m_beamWidth / 2.0, m_beamWidth, m_beamColor, isEnabled());
 }

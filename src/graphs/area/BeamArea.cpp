@@ -1,4 +1,5 @@
 #include "area_variants.h"
+#include "controls/common/BeamWedge.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -61,13 +62,6 @@ void BeamArea::paintField(QPainter &painter)
     // Qt counts angles counter-clockwise with y up; a handle on the origin aims straight up.
     const double aim = to.isNull() ? 90.0 : std::atan2(-to.y(), to.x()) * 180.0 / M_PI;
     const double reach = std::hypot(width(), height()) + 1;
-    QPainterPath wedge(origin);
-    wedge.arcTo(QRectF(origin.x() - reach, origin.y() - reach, 2 * reach, 2 * reach), aim - m_angle / 2, m_angle);
-    wedge.closeSubpath();
-    QColor c = m_beamColor;
-    if (!isEnabled())
-        c.setAlpha(c.alpha() / 2);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(c);
-    painter.drawPath(wedge);
+    paintBeamWedge(painter, QRectF(origin.x() - reach, origin.y() - reach, 2 * reach, 2 * reach),
+                   aim - m_angle / 2, m_angle, m_beamColor, isEnabled());
 }
