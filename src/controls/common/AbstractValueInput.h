@@ -35,7 +35,7 @@ public:
 
     //! Where an Alt-click stands among a press's rules.
     enum class AltClick {
-        Ignored,            //!< an Alt press is an ordinary press
+        Ignored,              //!< an Alt press is an ordinary press
         DefaultBeforeControl, //!< Alt asks for the default before Control-clicks are handed over
         DefaultAfterControl,  //!< Control-clicks are handed over first, then Alt asks for the default
     };
@@ -70,6 +70,10 @@ public:
     //! The position on the drag scale when the last drag began.
     int dragStartPosition() const { return m_drag.startPosition; }
     int dragStartCoordinate() const { return m_drag.startCoordinate; }
+
+    //! The levels offered in the context menu, "label:value" each.
+    QStringList levels() const { return m_levels.describe(); }
+    const LevelList &levelList() const { return m_levels; }
 
     //! The position a drag reaches at \a coordinate.
     int dragPositionAt(int coordinate) const;

@@ -102,8 +102,6 @@ public:
     void setIndicatorWidth(int width);
     //! The arc's rectangle at the current zoom: 1 pixel in from the corner, the height less 2, unless "Rect" gave one.
     QRect indicatorRect() const;
-    QStringList levels() const { return m_levels.describe(); }
-    const LevelList &levelList() const { return m_levels; }
 
     bool setZoom(float zoom) override;
 

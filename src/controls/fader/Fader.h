@@ -93,8 +93,6 @@ public:
     void setKnobImage(const QString &name);
     QString baseImage() const { return m_baseImage.name(); }
     void setBaseImage(const QString &name);
-    QStringList levels() const { return m_levels.describe(); }
-    const LevelList &levelList() const { return m_levels; }
 
     bool setZoom(float zoom) override;
 
