@@ -7,6 +7,8 @@
 
 #include <QtTest>
 
+#include <limits>
+
 namespace {
 
 // One input event of a gesture. Mouse positions are offsets from the
@@ -83,6 +85,23 @@ public:
 protected:
     void gestureStarted() override { ++started; }
     void gestureEnded() override { ++ended; }
+};
+
+// The core alone, recording what it would send.
+class RecordingInput : public AbstractValueInput
+{
+public:
+    using AbstractValueInput::AbstractValueInput;
+    using AbstractValueInput::beginDrag;
+    using AbstractValueInput::dragTo;
+    using AbstractValueInput::finishDrag;
+    QStringList sent;
+
+protected:
+    void sendDragPosition(int position, bool held) override
+    {
+        sent << QStringLiteral("%1/%2").arg(position).arg(held ? 1 : 0);
+    }
 };
 
 } // namespace
@@ -174,6 +193,8 @@ private slots:
     void gestures();
     void gestureHooks_data();
     void gestureHooks();
+    void farCoordinates_data();
+    void farCoordinates();
 };
 
 void tst_ValueInput::gestures_data()
@@ -314,6 +335,38 @@ void tst_ValueInput::gestureHooks()
     QCOMPARE(d->started, started);
     QCOMPARE(d->ended, ended);
     QCOMPARE(d->isDragging(), dragging);
+}
+
+void tst_ValueInput::farCoordinates_data()
+{
+    QTest::addColumn<int>("start");
+    QTest::addColumn<int>("to");
+    QTest::addColumn<QString>("sent");
+
+    const int most = std::numeric_limits<int>::max();
+    const int least = std::numeric_limits<int>::min();
+    // Coordinates grow downward: a smaller one is higher and raises the value.
+    QTest::newRow("from the lowest to the highest") << most << least << "300/1";
+    QTest::newRow("from the highest to the lowest") << least << most << "0/1";
+    QTest::newRow("highest, one down") << least << least + 1 << "149/1";
+    QTest::newRow("lowest, a thousand up") << most << most - 1000 << "300/1";
+}
+
+void tst_ValueInput::farCoordinates()
+{
+    QFETCH(int, start);
+    QFETCH(int, to);
+    QFETCH(QString, sent);
+    // Pointer coordinates come from events and can be anything; the
+    // distance must not wrap round.
+    RecordingInput input({AbstractValueInput::AltClick::Ignored, AbstractValueInput::PressPoint::Sends, false, true,
+                          false, false});
+    input.beginDrag(0, start, 150);
+    input.dragTo(to, true);
+    QCOMPARE(input.sent, QStringList{sent});
+    input.finishDrag(to);
+    QCOMPARE(input.sent.size(), 2);
+    QVERIFY(!input.isDragging());
 }
 
 QTEST_MAIN(tst_ValueInput)
