@@ -29,7 +29,7 @@ void AbstractValueInput::beginDrag(int index, int coordinate, int startPosition)
     if (index < 0)
         return;
     m_drag.index = index;
-    m_drag.startCoordinate = coordinate;
+    m_drag.startCoordinate = m_policy.shortStart ? int(qint16(coordinate)) : coordinate;
     m_drag.startPosition = startPosition;
     m_drag.moved = false;
     gestureStarted();

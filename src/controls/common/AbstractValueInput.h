@@ -55,6 +55,7 @@ public:
         bool stepKeys;       //!< the keys of stepOfKey() step the value
         bool needsButton;    //!< moves without the left button held are ignored
         bool anyButtonEnds;  //!< every button's release ends the drag, not only the left one's
+        bool shortStart;     //!< the start coordinate is kept in 16 bits, wrapping as a 16-bit record does
     };
 
     explicit AbstractValueInput(const Policy &policy)

@@ -65,6 +65,7 @@ public:
         true,                          // Up and Down step
         false,                         // moves need no held button
         false,                         // only the left button's release ends a drag
+        false,                         // the start coordinate keeps its full width
     };
 
     //! The knob's travel in degrees, and its angle at position 0 (clockwise from 12 o'clock).

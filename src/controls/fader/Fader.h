@@ -66,6 +66,7 @@ public:
         true,                           // Up and Down step, Left and Right too when horizontal
         false,                          // moves need no held button
         false,                          // only the left button's release ends a drag
+        false,                          // the start coordinate keeps its full width
     };
 
     //! The knob's size at zoom 1 when the description gives none (width along the rail's cross axis).

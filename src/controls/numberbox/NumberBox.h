@@ -59,6 +59,7 @@ public:
         true,               // Up and Down step
         false,              // moves need no held button
         true,               // any button's release ends a drag
+        true,               // the start coordinate is kept in 16 bits
     };
 
     LineEdit *editor() const { return m_editor; }

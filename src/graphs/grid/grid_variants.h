@@ -124,6 +124,7 @@ public:
         false,                         // the arrow keys move the focus cell
         true,                          // a cell drags only while the left button is held
         false,                         // only the left button's release ends a drag
+        false,                         // the start coordinate keeps its full width
     };
 
     bool cellLit(int, int) const override { return false; }

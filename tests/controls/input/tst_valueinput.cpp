@@ -195,6 +195,8 @@ private slots:
     void gestureHooks();
     void farCoordinates_data();
     void farCoordinates();
+    void shortStartCoordinate_data();
+    void shortStartCoordinate();
 };
 
 void tst_ValueInput::gestures_data()
@@ -360,13 +362,42 @@ void tst_ValueInput::farCoordinates()
     // Pointer coordinates come from events and can be anything; the
     // distance must not wrap round.
     RecordingInput input({AbstractValueInput::AltClick::Ignored, AbstractValueInput::PressPoint::Sends, false, true,
-                          false, false});
+                          false, false, false});
     input.beginDrag(0, start, 150);
     input.dragTo(to, true);
     QCOMPARE(input.sent, QStringList{sent});
     input.finishDrag(to);
     QCOMPARE(input.sent.size(), 2);
     QVERIFY(!input.isDragging());
+}
+
+void tst_ValueInput::shortStartCoordinate_data()
+{
+    QTest::addColumn<bool>("shortStart");
+    QTest::addColumn<int>("start");
+    QTest::addColumn<int>("to");
+    QTest::addColumn<QString>("sent");
+
+    QTest::newRow("full width, one down") << false << 40000 << 40001 << "149/1";
+    // 40000 kept in 16 bits is -25536: one pixel further down is far below it.
+    QTest::newRow("16 bits, one down") << true << 40000 << 40001 << "0/1";
+    QTest::newRow("16 bits, in range") << true << 1000 << 990 << "160/1";
+    QTest::newRow("16 bits, negative in range") << true << -1000 << -1010 << "160/1";
+}
+
+void tst_ValueInput::shortStartCoordinate()
+{
+    QFETCH(bool, shortStart);
+    QFETCH(int, start);
+    QFETCH(int, to);
+    QFETCH(QString, sent);
+    RecordingInput input({AbstractValueInput::AltClick::Ignored, AbstractValueInput::PressPoint::Sends, false, true,
+                          false, false, shortStart});
+    input.beginDrag(0, start, 150);
+    input.dragTo(to, true);
+    QCOMPARE(input.sent, QStringList{sent});
+    QCOMPARE(NumberBox::valueInput.shortStart, true);
+    QCOMPARE(Dial::valueInput.shortStart, false);
 }
 
 QTEST_MAIN(tst_ValueInput)
