@@ -11,8 +11,7 @@
 */
 namespace Colors {
 
-// Disabled ink of graphs, control points, scales and lists that grey out
-// rather than fade.
+// Disabled ink of graphs, their control points and scales.
 constexpr QRgb disabledInk = qRgba(153, 153, 153, 153);
 // Text of a disabled number box or value text, and of quiet hints.
 constexpr QRgb disabledText = qRgb(153, 153, 153);

@@ -4,12 +4,16 @@
 #include "Colors.h"
 
 #include <QColor>
+#include <QPalette>
+#include <QWidget>
 
 /*
     How a disabled control looks, in one place. A control drawn in its own
     colours fades them to half their alpha; a control drawn from pictures
-    paints the whole picture at half opacity; graphs, scales and lists whose
-    ink must stay readable over other content grey it instead.
+    paints the whole picture at half opacity; graphs and their scales grey
+    their ink in the graphs' fixed disabled grey; lists and check boxes, whose
+    text must stay readable, take the disabled text colour of the palette,
+    so that they follow the host's theme.
 */
 namespace DisabledLook {
 
@@ -29,10 +33,16 @@ inline QColor faded(const QColor &color, bool enabled)
     return enabled ? color : faded(color);
 }
 
-//! \a color while \a enabled, otherwise the disabled grey ink.
+//! \a color while \a enabled, otherwise the graphs' disabled grey.
 inline QColor greyed(const QColor &color, bool enabled)
 {
     return enabled ? color : Colors::color(Colors::disabledInk);
+}
+
+//! \a color while \a widget is enabled, otherwise the palette's disabled text colour.
+inline QColor ink(const QWidget *widget, const QColor &color)
+{
+    return widget->isEnabled() ? color : widget->palette().color(QPalette::Disabled, QPalette::WindowText);
 }
 
 } // namespace DisabledLook

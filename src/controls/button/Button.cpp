@@ -417,7 +417,10 @@ QPixmap Button::image(const QString &name, const QSize &size, ImageSource::Optio
     auto it = m_imageCache.find(name);
     if (it == m_imageCache.end())
         it = m_imageCache.insert(name, ImageSource(name));
-    return it->pixmap(size, devicePixelRatioF(), imageBasePath(), options);
+    // A name is looked up once, in the host's image folder of the time it is first drawn.
+    if (!it->isResolved())
+        it->path(imageBasePath());
+    return it->pixmap(size, devicePixelRatioF(), it->resolvedBasePath(), options);
 }
 
 int Button::paintedState() const

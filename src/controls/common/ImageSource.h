@@ -39,6 +39,9 @@ public:
 
     //! The file the name resolves to against \a basePath; empty when there is none.
     QString path(const QString &basePath) const;
+    //! Whether path() has looked the name up, and in which folder.
+    bool isResolved() const { return m_resolved; }
+    QString resolvedBasePath() const { return m_basePath; }
     /*!
         The image at \a size device-independent pixels; null when the name
         resolves to nothing or the file cannot be read. A file found

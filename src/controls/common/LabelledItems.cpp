@@ -16,22 +16,27 @@ LabelledItems read(const QDomElement &items)
     return list;
 }
 
-QStringList labels(const LabelledItems &items)
+namespace {
+
+QStringList fieldOf(const LabelledItems &items, QString LabelledItem::*field)
 {
     QStringList list;
     list.reserve(items.size());
     for (const LabelledItem &item : items)
-        list.append(item.label);
+        list.append(item.*field);
     return list;
+}
+
+} // namespace
+
+QStringList labels(const LabelledItems &items)
+{
+    return fieldOf(items, &LabelledItem::label);
 }
 
 QStringList values(const LabelledItems &items)
 {
-    QStringList list;
-    list.reserve(items.size());
-    for (const LabelledItem &item : items)
-        list.append(item.value);
-    return list;
+    return fieldOf(items, &LabelledItem::value);
 }
 
 } // namespace LabelledItemList

@@ -194,7 +194,7 @@ void PairDeviceList::paintEvent(QPaintEvent *)
             break;
         if (row == selected)
             painter.fillRect(r, m_selectedColor);
-        painter.setPen(DisabledLook::greyed(m_textColor, isEnabled()));
+        painter.setPen(DisabledLook::ink(this, m_textColor));
         painter.drawText(r.adjusted(pad, 0, -pad, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                          m_rows.at(row));
     }
