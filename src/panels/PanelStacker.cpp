@@ -1,4 +1,5 @@
 #include "data/ParameterKeys.h"
+#include "core/Colors.h"
 #include "PanelStacker.h"
 
 #include <QDebug>
@@ -21,7 +22,7 @@ protected:
         if (hint.isEmpty())
             return;
         QPainter painter(this);
-        painter.setPen(QColor(153, 153, 153, 255));
+        painter.setPen(Colors::color(Colors::disabledText));
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, hint);
     }
 };

@@ -1,6 +1,9 @@
 #include "data/ParameterKeys.h"
 #include "core/Saturating.h"
 #include "Button.h"
+#include "core/Colors.h"
+#include "core/DisabledLook.h"
+#include "controls/common/FocusRing.h"
 
 #include <QApplication>
 #include <QDir>
@@ -9,31 +12,11 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QSvgRenderer>
 
 const QColor Button::defaultTextColor(230, 230, 230, 255);
 const QColor Button::faceColor(62, 62, 62, 255);
 const QColor Button::litColor(48, 140, 224, 255);
 const QColor Button::frameColor(96, 96, 96, 255);
-
-namespace {
-
-bool isSvg(const QString &path)
-{
-    return path.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive)
-        || path.endsWith(QLatin1String(".svgz"), Qt::CaseInsensitive);
-}
-
-QImage centredIn(const QImage &image, const QSize &size)
-{
-    QImage out(size, QImage::Format_ARGB32_Premultiplied);
-    out.fill(Qt::transparent);
-    QPainter p(&out);
-    p.drawImage((size.width() - image.width()) / 2, (size.height() - image.height()) / 2, image);
-    return out;
-}
-
-} // namespace
 
 Button::Button(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
     : BaseWidget(hostCore, registry, parent)
@@ -137,15 +120,11 @@ void Button::setImageName(QString &member, const QString &name)
 {
     if (member == name)
         return;
-    // Only the renderings of the name being replaced are stale.
-    const QString prefix = member + QLatin1Char('|');
-    for (auto it = m_imageCache.begin(); it != m_imageCache.end();) {
-        if (it.key().startsWith(prefix))
-            it = m_imageCache.erase(it);
-        else
-            ++it;
-    }
+    // The name being replaced is not drawn any more, unless another image of the button uses it.
+    const QString previous = member;
     member = name;
+    if (previous != m_offImage && previous != m_onImage && previous != m_icon)
+        m_imageCache.remove(previous);
     update();
 }
 
@@ -201,14 +180,6 @@ QList<int> Button::ownAddressIndexes() const
             indexes.append(i);
     }
     return indexes;
-}
-
-bool Button::setZoom(float zoom)
-{
-    if (!BaseWidget::setZoom(zoom))
-        return false;
-    m_imageCache.clear();
-    return true;
 }
 
 // ---------------------------------------------------------------------------
@@ -422,72 +393,34 @@ void Button::sendChosenFile(FileDialog kind, const QString &caption, const QStri
 // ---------------------------------------------------------------------------
 // Images and painting
 
+QString Button::imageBasePath() const
+{
+    return hostCore() ? hostCore()->imageBasePath() : QString();
+}
+
 QString Button::imagePath(const QString &name) const
 {
-    if (name.startsWith(QLatin1Char(':')) || QDir::isAbsolutePath(name) || !hostCore())
+    const QString found = ImageSource::resolve(name, imageBasePath());
+    if (!found.isEmpty())
+        return found;
+    // Nothing there: where the name would be read from.
+    const QString base = imageBasePath();
+    if (name.startsWith(QLatin1Char(':')) || QDir::isAbsolutePath(name) || base.isEmpty())
         return name;
-    const QString base = hostCore()->imageBasePath();
-    return base.isEmpty() ? name : QDir(base).filePath(name);
+    return QDir(base).filePath(name);
 }
 
-QImage Button::image(const QString &name, const QSize &size, bool keepAspect)
+QPixmap Button::image(const QString &name, const QSize &size, ImageSource::Options options)
 {
     if (name.isEmpty() || size.isEmpty())
-        return QImage();
-    const QString key = QStringLiteral("%1|%2x%3%4")
-                            .arg(name)
-                            .arg(size.width())
-                            .arg(size.height())
-                            .arg(keepAspect ? QStringLiteral("a") : QString());
-    const auto it = m_imageCache.constFind(key);
-    if (it != m_imageCache.cend())
-        return *it;
-    // Unreadable names are cached too, so a missing file is not looked for on every paint.
-    const QImage rendered = loadImage(name, size, keepAspect);
-    m_imageCache.insert(key, rendered);
-    return rendered;
-}
-
-QImage Button::pressedImage(const QString &name, const QSize &size)
-{
-    const QString key = QStringLiteral("%1|%2x%3down").arg(name).arg(size.width()).arg(size.height());
-    const auto it = m_imageCache.constFind(key);
-    if (it != m_imageCache.cend())
-        return *it;
-    QImage down = image(name, size);
-    if (!down.isNull()) {
-        QPainter p(&down);
-        p.setCompositionMode(QPainter::CompositionMode_SourceAtop);
-        p.fillRect(down.rect(), QColor(0, 0, 0, 80));
-    }
-    m_imageCache.insert(key, down);
-    return down;
-}
-
-QImage Button::loadImage(const QString &name, const QSize &size, bool keepAspect) const
-{
-    const QString path = imagePath(name);
-    if (isSvg(path)) {
-        QSvgRenderer renderer(path);
-        if (!renderer.isValid())
-            return QImage();
-        QSizeF target(size);
-        if (keepAspect && !renderer.defaultSize().isEmpty())
-            target = QSizeF(renderer.defaultSize()).scaled(target, Qt::KeepAspectRatio);
-        QImage out(size, QImage::Format_ARGB32_Premultiplied);
-        out.fill(Qt::transparent);
-        QPainter p(&out);
-        renderer.render(&p, QRectF(QPointF((size.width() - target.width()) / 2, (size.height() - target.height()) / 2),
-                                   target));
-        return out;
-    }
-    const QImage source(path);
-    if (source.isNull())
-        return QImage();
-    if (!keepAspect)
-        return source.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-            .convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    return centredIn(source.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation), size);
+        return QPixmap();
+    auto it = m_imageCache.find(name);
+    if (it == m_imageCache.end())
+        it = m_imageCache.insert(name, ImageSource(name));
+    // A name is looked up once, in the host's image folder of the time it is first drawn.
+    if (!it->isResolved())
+        it->path(imageBasePath());
+    return it->pixmap(size, devicePixelRatioF(), it->resolvedBasePath(), options);
 }
 
 int Button::paintedState() const
@@ -501,14 +434,8 @@ void Button::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     paintButton(painter, paintedState());
-    if (m_keyboardFocus && hasFocus()) {
-        QColor ring = m_textColor;
-        ring.setAlpha(150);
-        painter.setPen(QPen(ring, 1, Qt::DotLine));
-        painter.setBrush(Qt::NoBrush);
-        const int inset = qMax(2, Saturating::pixels(2, zoomFactor()));
-        painter.drawRect(QRectF(rect()).adjusted(inset + 0.5, inset + 0.5, -inset - 0.5, -inset - 0.5));
-    }
+    if (m_keyboardFocus && hasFocus())
+        paintFocusRing(painter, rect(), m_textColor, zoomFactor());
     paintBase(painter);
 }
 
@@ -519,11 +446,10 @@ void Button::paintFace(QPainter &painter, bool lit, bool down)
         return;
     QColor fill = lit ? litColor : faceColor;
     if (flat && !lit)
-        fill = QColor(0, 0, 0, 90);
+        fill = Colors::color(Colors::flatButtonDown);
     else if (down)
         fill = fill.darker(140);
-    if (!isEnabled())
-        fill.setAlpha(fill.alpha() / 2);
+    fill = DisabledLook::faded(fill, isEnabled());
     const qreal radius = qMax<qreal>(2.0, 3.0 * zoomFactor());
     painter.save();
     if (flat)
@@ -540,11 +466,11 @@ void Button::paintButton(QPainter &painter, int state)
     const bool lit = ((state & 2) != 0) != m_reverse;
     const bool down = state & 1;
     const QString faceImage = lit ? m_onImage : m_offImage;
-    const QImage face = faceImage.isEmpty() ? QImage() : down ? pressedImage(faceImage, size()) : image(faceImage, size());
+    const QPixmap face = image(faceImage, size(), down ? ImageSource::Pressed : ImageSource::Stretch);
     if (face.isNull())
         paintFace(painter, lit, down);
     else
-        painter.drawImage(0, 0, face);
+        painter.drawPixmap(0, 0, face);
     paintDecoration(painter, state);
 
     const int pad = qMax(2, Saturating::pixels(3, zoomFactor()));
@@ -558,24 +484,14 @@ void Button::paintButton(QPainter &painter, int state)
             iconRect.setWidth(qMin(content.height(), content.width() / 2));
             content.setLeft(iconRect.right() + 1 + pad);
         }
-        const QImage iconImage = image(m_icon, iconRect.size(), true);
+        const QPixmap iconImage = image(m_icon, iconRect.size(), ImageSource::KeepAspect);
         if (!iconImage.isNull())
-            painter.drawImage(iconRect.topLeft(), iconImage);
+            painter.drawPixmap(iconRect.topLeft(), iconImage);
     }
     if (label.isEmpty())
         return;
-    QColor color = m_textColor;
-    if (!isEnabled())
-        color.setAlpha(color.alpha() / 2);
-    painter.setPen(color);
+    painter.setPen(DisabledLook::faded(m_textColor, isEnabled()));
     painter.setFont(font());
     const QString elided = painter.fontMetrics().elidedText(label, Qt::ElideRight, content.width());
     painter.drawText(content, Qt::AlignCenter, elided);
-}
-
-void Button::resizeEvent(QResizeEvent *event)
-{
-    // Renderings are per size; the old ones will not be asked for again.
-    m_imageCache.clear();
-    BaseWidget::resizeEvent(event);
 }

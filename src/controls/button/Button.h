@@ -2,10 +2,10 @@
 #define CORVANE_CONTROLS_BUTTON_BUTTON_H
 
 #include "core/BaseWidget.h"
+#include "controls/common/ImageSource.h"
 
 #include <QColor>
 #include <QHash>
-#include <QImage>
 #include <QPointer>
 #include <QStringList>
 
@@ -27,7 +27,8 @@ class QFileDialog;
     parameter is off, 0 when it is on, released ("set_prm_type" "0").
 
     Painting: the off or on image ("OffImage", "OnImage"; SVG or any image
-    format Qt reads, relative to the host's image folder), else a rounded
+    format Qt reads, found as ImageSource finds names: in the host's image
+    folder, else among the built-in images), else a rounded
     face, lit when on and darker while pressed. "Icon" and "Text" ("OnText"
     while lit) are drawn on top in "TextColor". "Reverse" swaps what on and
     off show. A face without text, image or icon shows the parameter's
@@ -95,13 +96,16 @@ public:
     //! The text drawn lit or unlit: "OnText" when lit and given, else "Text", else fallbackText().
     QString textFor(bool lit) const;
 
-    //! \a name rendered at \a size, from the cache when it was rendered before; null when it cannot be read.
-    QImage image(const QString &name, const QSize &size, bool keepAspect = false);
-    //! Where \a name is read from: as given when absolute or a resource, else in the host's image folder.
+    /*!
+        \a name at \a size and the screen's pixel ratio, through the shared
+        image pipeline (which caches every rendering); null when it cannot be
+        read.
+    */
+    QPixmap image(const QString &name, const QSize &size, ImageSource::Options options = ImageSource::Stretch);
+    //! Where \a name is read from: the file it resolves to, else where it would be looked for.
     QString imagePath(const QString &name) const;
+    //! How many image names the button has drawn since they were last changed.
     int cachedImageCount() const { return m_imageCache.size(); }
-
-    bool setZoom(float zoom) override;
 
     virtual bool readOffImage(const QDomElement &e);
     virtual bool readOnImage(const QDomElement &e);
@@ -132,7 +136,6 @@ protected:
 
     //! Shown when the button has no text, image or icon of its own: the parameter's display text.
     virtual QString fallbackText() const;
-    QImage pressedImage(const QString &name, const QSize &size);
 
     bool canOperate() const { return isOperable() && !m_readOnly; }
     void setPressed(bool pressed);
@@ -157,7 +160,6 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void changeEvent(QEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
     static bool isActivationKey(int key)
@@ -166,7 +168,7 @@ protected:
     }
 
 private:
-    QImage loadImage(const QString &name, const QSize &size, bool keepAspect) const;
+    QString imageBasePath() const;
     void sendFile(FileDialog kind, QString path, const QString &extension);
     void setImageName(QString &member, const QString &name);
 
@@ -176,7 +178,7 @@ private:
     QString m_text;
     QString m_onText;
     QColor m_textColor = defaultTextColor;
-    QHash<QString, QImage> m_imageCache;
+    QHash<QString, ImageSource> m_imageCache;
     QStringList m_extraImages;
     bool m_pressed = false;
     bool m_reverse = false;

@@ -1,4 +1,6 @@
 #include "ComboBox.h"
+#include "core/DisabledLook.h"
+#include "controls/common/FocusRing.h"
 #include "core/Saturating.h"
 
 #include "ComboBoxPopup.h"
@@ -13,26 +15,6 @@
 const QColor ComboBox::defaultTextColor(230, 230, 230, 255);
 const QColor ComboBox::defaultBackgroundColor(52, 52, 52, 255);
 const QColor ComboBox::frameColor(96, 96, 96, 255);
-
-namespace {
-
-QStringList labelsOf(const QVector<ComboBox::Option> &options)
-{
-    QStringList labels;
-    labels.reserve(options.size());
-    for (const ComboBox::Option &o : options)
-        labels.append(o.label);
-    return labels;
-}
-
-QColor dimmed(QColor c, bool enabled)
-{
-    if (!enabled)
-        c.setAlpha(c.alpha() / 2);
-    return c;
-}
-
-} // namespace
 
 ComboBox::ComboBox(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
     : BaseWidget(hostCore, registry, parent)
@@ -58,15 +40,12 @@ const TagTable &ComboBox::tags()
 
 QStringList ComboBox::options() const
 {
-    return labelsOf(m_options);
+    return LabelledItemList::labels(m_options);
 }
 
 QStringList ComboBox::optionValues() const
 {
-    QStringList values;
-    for (const Option &o : m_options)
-        values.append(o.value);
-    return values;
+    return LabelledItemList::values(m_options);
 }
 
 QVector<ComboBox::Option> ComboBox::parameterOptions() const
@@ -118,7 +97,7 @@ void ComboBox::refresh()
         if (m_options.isEmpty())
             hidePopup();
         else
-            m_popup->setItems(labelsOf(m_options), m_currentIndex);
+            m_popup->setItems(LabelledItemList::labels(m_options), m_currentIndex);
     }
     if (textChanged) {
         update();
@@ -186,14 +165,8 @@ void ComboBox::setMaxVisibleItems(int count)
 
 bool ComboBox::readItems(const QDomElement &e)
 {
-    QVector<Option> items;
-    for (QDomElement c = e.firstChildElement(QStringLiteral("Item")); !c.isNull();
-         c = c.nextSiblingElement(QStringLiteral("Item"))) {
-        const QString label = c.text().trimmed();
-        items.append({label, c.hasAttribute(QStringLiteral("value")) ? c.attribute(QStringLiteral("value")) : label});
-    }
-    setItems(items);
-    return !items.isEmpty();
+    setItems(LabelledItemList::read(e));
+    return !m_items.isEmpty();
 }
 
 bool ComboBox::readReadOnly(const QDomElement &e)
@@ -244,7 +217,7 @@ bool ComboBox::showPopup()
     }
     m_popup->setFont(font());
     m_popup->setMaxVisibleRows(m_maxVisibleItems);
-    m_popup->setItems(labelsOf(m_options), m_currentIndex);
+    m_popup->setItems(LabelledItemList::labels(m_options), m_currentIndex);
     m_popup->popup(QRect(mapToGlobal(QPoint(0, 0)), size()), width());
     update();
     emit popupOpenChanged(true);
@@ -408,11 +381,11 @@ void ComboBox::paintEvent(QPaintEvent *)
     const qreal radius = qMax<qreal>(2.0, 3.0 * zoomFactor());
 
     QColor fill = open ? m_backgroundColor.darker(130) : m_backgroundColor;
-    painter.setPen(QPen(dimmed(open ? ComboBoxPopup::highlightColor : frameColor, enabled), 1));
-    painter.setBrush(dimmed(fill, enabled));
+    painter.setPen(QPen(DisabledLook::faded(open ? ComboBoxPopup::highlightColor : frameColor, enabled), 1));
+    painter.setBrush(DisabledLook::faded(fill, enabled));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
 
-    const QColor ink = dimmed(m_textColor, enabled);
+    const QColor ink = DisabledLook::faded(m_textColor, enabled);
     const QRect arrow = arrowRect();
     if (!arrow.isEmpty()) {
         const qreal w = arrow.width() * 0.5;
@@ -434,13 +407,7 @@ void ComboBox::paintEvent(QPaintEvent *)
                          painter.fontMetrics().elidedText(m_currentText, Qt::ElideRight, textRect.width()));
     }
 
-    if (m_keyboardFocus && hasFocus()) {
-        QColor ring = m_textColor;
-        ring.setAlpha(150);
-        painter.setPen(QPen(ring, 1, Qt::DotLine));
-        painter.setBrush(Qt::NoBrush);
-        const int inset = qMax(2, Saturating::pixels(2, zoomFactor()));
-        painter.drawRect(QRectF(rect()).adjusted(inset + 0.5, inset + 0.5, -inset - 0.5, -inset - 0.5));
-    }
+    if (m_keyboardFocus && hasFocus())
+        paintFocusRing(painter, rect(), m_textColor, zoomFactor());
     paintBase(painter);
 }

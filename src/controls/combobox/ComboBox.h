@@ -4,6 +4,7 @@
 #include "controls/combobox/ComboBoxPopup.h"
 #include "controls/common/WheelSteps.h"
 #include "core/BaseWidget.h"
+#include "controls/common/LabelledItems.h"
 
 #include <QColor>
 #include <QPointer>
@@ -42,12 +43,7 @@ class ComboBox : public BaseWidget
     CORVANE_TAG_TABLE
 
 public:
-    struct Option
-    {
-        QString label; // shown
-        QString value; // sent
-        bool operator==(const Option &o) const { return label == o.label && value == o.value; }
-    };
+    using Option = LabelledItem;
 
     ComboBox(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
     ~ComboBox() override;

@@ -1,6 +1,8 @@
 #ifndef CORVANE_BEAMWEDGE_H
 #define CORVANE_BEAMWEDGE_H
 
+#include "core/DisabledLook.h"
+
 #include <QColor>
 #include <QPainter>
 #include <QPainterPath>
@@ -11,14 +13,12 @@
 // over \a spanDegrees. The beam dial and the beam area draw the same beam,
 // and a disabled control shows it at half strength.
 inline void paintBeamWedge(QPainter &painter, const QRectF &bounds, double startDegrees, double spanDegrees,
-                           QColor color, bool enabled)
+                           const QColor &color, bool enabled)
 {
     QPainterPath wedge(bounds.center());
     wedge.arcTo(bounds, startDegrees, spanDegrees);
     wedge.closeSubpath();
-    if (!enabled)
-        color.setAlpha(color.alpha() / 2);
-    painter.fillPath(wedge, color);
+    painter.fillPath(wedge, DisabledLook::faded(color, enabled));
 }
 
 #endif

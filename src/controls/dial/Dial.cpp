@@ -1,4 +1,6 @@
 #include "data/ParameterKeys.h"
+#include "core/Colors.h"
+#include "core/DisabledLook.h"
 #include "core/Saturating.h"
 #include "Dial.h"
 
@@ -292,7 +294,7 @@ void Dial::paintKnob(QPainter &painter)
         painter.translate(QRectF(knob).center());
         painter.rotate(turn);
         const qreal r = knob.width() / 2.0;
-        painter.setPen(QPen(QColor(242, 242, 242), qMax<qreal>(1.5, r * 0.16), Qt::SolidLine, Qt::RoundCap));
+        painter.setPen(QPen(Colors::color(Colors::dialPointer), qMax<qreal>(1.5, r * 0.16), Qt::SolidLine, Qt::RoundCap));
         painter.drawLine(QPointF(0, -r * 0.76), QPointF(0, -r * 0.24));
         painter.restore();
     }
@@ -303,7 +305,7 @@ void Dial::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     if (!isEnabled())
-        painter.setOpacity(0.45);
+        painter.setOpacity(DisabledLook::opacity);
 
     if (m_indicatorShown)
         paintIndicator(painter);

@@ -1,4 +1,6 @@
 #include "data/ParameterKeys.h"
+#include "core/Colors.h"
+#include "core/DisabledLook.h"
 #include "core/Saturating.h"
 #include "Fader.h"
 
@@ -440,7 +442,7 @@ void Fader::paintRail(QPainter &painter)
     if (!m_railDesignRect.isEmpty() || m_baseImage.isEmpty()) {
         painter.fillRect(rail, m_railColor);
         // A faint edge keeps a dark rail visible on a dark panel.
-        painter.setPen(QColor(255, 255, 255, 48));
+        painter.setPen(Colors::color(Colors::faderTick));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(rail.adjusted(0, 0, -1, -1));
     }
@@ -508,13 +510,13 @@ void Fader::paintKnob(QPainter &painter)
     // A cap shaded across the grip, with a bright line at its centre.
     const QRectF body = QRectF(knob).adjusted(0.5, 0.5, -0.5, -0.5);
     QLinearGradient shade(body.topLeft(), m_orientation == Qt::Vertical ? body.bottomLeft() : body.topRight());
-    shade.setColorAt(0, QColor(150, 150, 156));
-    shade.setColorAt(0.5, QColor(96, 96, 102));
-    shade.setColorAt(1, QColor(62, 62, 68));
+    shade.setColorAt(0, Colors::color(Colors::faderKnobLight));
+    shade.setColorAt(0.5, Colors::color(Colors::faderKnobMid));
+    shade.setColorAt(1, Colors::color(Colors::faderKnobDark));
     const qreal radius = qMax<qreal>(1.0, 2 * zoomFactor());
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QColor(30, 30, 32), 1));
+    painter.setPen(QPen(Colors::color(Colors::faderKnobOutline), 1));
     painter.setBrush(shade);
     painter.drawRoundedRect(body, radius, radius);
     painter.restore();
@@ -533,7 +535,7 @@ void Fader::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     if (!isEnabled())
-        painter.setOpacity(0.45);
+        painter.setOpacity(DisabledLook::opacity);
     if (!m_baseImage.isEmpty()) {
         const QString base = hostCore() ? hostCore()->imageBasePath() : QString();
         const QPixmap pixmap = m_baseImage.pixmap(size(), devicePixelRatioF(), base);

@@ -1,4 +1,5 @@
 #include "fader_variants.h"
+#include "core/DisabledLook.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -43,7 +44,7 @@ void LevelScalePointer::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     if (!isEnabled())
-        painter.setOpacity(0.45);
+        painter.setOpacity(DisabledLook::opacity);
     paintLevelMarks(painter);
     const QPoint t = tip();
     const int size = qMax(4, int(6 * zoomFactor()));

@@ -1,21 +1,9 @@
 #include "data/ParameterKeys.h"
 #include "core/Saturating.h"
 #include "Image.h"
+#include "core/DisabledLook.h"
 
-#include <QHash>
-#include <QImageReader>
 #include <QPainter>
-#include <QSvgRenderer>
-
-namespace {
-
-bool isSvg(const QString &path)
-{
-    return path.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive)
-        || path.endsWith(QLatin1String(".svgz"), Qt::CaseInsensitive);
-}
-
-} // namespace
 
 Image::Image(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
     : BaseWidget(hostCore, registry, parent)
@@ -31,25 +19,6 @@ const TagTable &Image::tags()
         {"Stretch", &Image::readStretch},
     });
     return table;
-}
-
-QSize Image::naturalSize(const QString &path)
-{
-    // Asked on every paint of a kept-aspect image; reading a header each time is wasteful.
-    static QHash<QString, QSize> sizes;
-    const auto it = sizes.constFind(path);
-    if (it != sizes.cend())
-        return *it;
-    QSize size;
-    if (isSvg(path)) {
-        QSvgRenderer renderer(path);
-        if (renderer.isValid())
-            size = renderer.defaultSize();
-    } else {
-        size = QImageReader(path).size();
-    }
-    sizes.insert(path, size);
-    return size;
 }
 
 QString Image::basePath() const
@@ -139,7 +108,7 @@ QRect Image::imageRect() const
     const QString path = m_current.path(basePath());
     if (path.isEmpty() || size().isEmpty())
         return QRect();
-    const QSize natural = naturalSize(path);
+    const QSize natural = ImageSource::naturalSize(path);
     if (!natural.isValid() || natural.isEmpty())
         return QRect();
     if (m_stretch)
@@ -162,7 +131,7 @@ void Image::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     if (!isEnabled())
-        painter.setOpacity(0.5);
+        painter.setOpacity(DisabledLook::opacity);
     paintContent(painter);
     painter.setOpacity(1.0);
     paintBase(painter);

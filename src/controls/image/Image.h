@@ -42,9 +42,6 @@ public:
     //! Where the current image is drawn; empty when there is none.
     QRect imageRect() const;
 
-    //! The size \a path declares (an SVG's default size, a bitmap's pixels); invalid when unreadable.
-    static QSize naturalSize(const QString &path);
-
     virtual bool readImage(const QDomElement &e);
     virtual bool readStretch(const QDomElement &e);
     //! "range": the number of steps the parameter's position is read on.

@@ -1,4 +1,5 @@
 #include "data/ParameterKeys.h"
+#include "core/DisabledLook.h"
 #include "Indicator.h"
 
 #include <QPainter>
@@ -220,9 +221,7 @@ void Indicator::paintEvent(QPaintEvent *)
     if (!image.isNull()) {
         painter.drawPixmap(0, 0, image);
     } else {
-        QColor fill = m_on ? m_onColor : m_offColor;
-        if (!isEnabled())
-            fill.setAlpha(fill.alpha() / 2);
+        const QColor fill = DisabledLook::faded(m_on ? m_onColor : m_offColor, isEnabled());
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(QPen(fill.darker(150), 1));
         painter.setBrush(fill);
@@ -237,10 +236,7 @@ void Indicator::paintEvent(QPaintEvent *)
     }
     const QString label = shownText();
     if (!label.isEmpty()) {
-        QColor ink = m_textColor;
-        if (!isEnabled())
-            ink.setAlpha(ink.alpha() / 2);
-        painter.setPen(ink);
+        painter.setPen(DisabledLook::faded(m_textColor, isEnabled()));
         painter.setFont(font());
         const QRect area = rect().adjusted(2, 0, -2, 0);
         painter.drawText(area, Qt::AlignCenter, painter.fontMetrics().elidedText(label, Qt::ElideRight, area.width()));

@@ -1,4 +1,5 @@
 #include "Meter.h"
+#include "core/Colors.h"
 
 #include <data/ParameterKeys.h>
 
@@ -70,8 +71,8 @@ QString Meter::imagePath() const
 
 QGradientStops Meter::fallbackStops() const
 {
-    return {{0.0, QColor(32, 192, 64)}, {0.6, QColor(96, 208, 48)}, {0.8, QColor(232, 208, 40)},
-            {1.0, QColor(232, 48, 32)}};
+    return {{0.0, Colors::color(Colors::meterLow)}, {0.6, Colors::color(Colors::meterMid)},
+            {0.8, Colors::color(Colors::meterHigh)}, {1.0, Colors::color(Colors::meterClip)}};
 }
 
 QPixmap Meter::fallbackImage(const QSize &size, qreal dpr) const

@@ -1,4 +1,5 @@
 #include "meter_variants.h"
+#include "core/Colors.h"
 #include "core/Saturating.h"
 
 #include <data/ParameterKeys.h>
@@ -10,12 +11,12 @@
 
 QGradientStops GRMeter::fallbackStops() const
 {
-    return {{0.0, QColor(240, 176, 32)}, {1.0, QColor(232, 96, 24)}};
+    return {{0.0, Colors::color(Colors::gainReductionLow)}, {1.0, Colors::color(Colors::gainReductionHigh)}};
 }
 
 QGradientStops PallasGRMeter::fallbackStops() const
 {
-    return {{0.0, QColor(255, 160, 0)}, {1.0, QColor(255, 160, 0)}};
+    return {{0.0, Colors::color(Colors::meterAmber)}, {1.0, Colors::color(Colors::meterAmber)}};
 }
 
 // ---------------------------------------------------------------------------
@@ -118,7 +119,7 @@ int IndicatorStyleMeter::levelPixels(double v) const
 
 QGradientStops IndicatorStyleMeter::fallbackStops() const
 {
-    return {{0.0, QColor(48, 208, 64)}, {1.0, QColor(48, 208, 64)}};
+    return {{0.0, Colors::color(Colors::meterGreen)}, {1.0, Colors::color(Colors::meterGreen)}};
 }
 
 // ---------------------------------------------------------------------------

@@ -1,4 +1,5 @@
 #include "ColorBox.h"
+#include "core/DisabledLook.h"
 
 #include "data/ParameterKeys.h"
 
@@ -143,10 +144,7 @@ void ColorBox::mousePressEvent(QMouseEvent *event)
 void ColorBox::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    QColor fill = m_color;
-    if (!isEnabled())
-        fill.setAlpha(fill.alpha() / 2);
-    painter.fillRect(rect(), fill);
+    painter.fillRect(rect(), DisabledLook::faded(m_color, isEnabled()));
     painter.setPen(m_frameColor);
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
     paintBase(painter);

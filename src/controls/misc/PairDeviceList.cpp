@@ -1,4 +1,5 @@
 #include "PairDeviceList.h"
+#include "core/DisabledLook.h"
 #include "core/Saturating.h"
 
 #include "data/ParameterKeys.h"
@@ -193,7 +194,7 @@ void PairDeviceList::paintEvent(QPaintEvent *)
             break;
         if (row == selected)
             painter.fillRect(r, m_selectedColor);
-        painter.setPen(isEnabled() ? m_textColor : QColor(153, 153, 153, 153));
+        painter.setPen(DisabledLook::ink(this, m_textColor));
         painter.drawText(r.adjusted(pad, 0, -pad, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                          m_rows.at(row));
     }

@@ -1,4 +1,5 @@
 #include "NumberBox.h"
+#include "core/Colors.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -6,7 +7,7 @@
 #include <QWheelEvent>
 
 const QColor NumberBox::enabledTextColor(204, 204, 204, 255);
-const QColor NumberBox::disabledTextColor(153, 153, 153, 255);
+const QColor NumberBox::disabledTextColor = Colors::color(Colors::disabledText);
 
 NumberBox::NumberBox(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
     : ValueInputWidget<BaseWidget>(valueInput, hostCore, registry, parent)

@@ -1,4 +1,5 @@
 #include "Scales.h"
+#include "core/DisabledLook.h"
 #include "core/Saturating.h"
 #include "scale_variants.h"
 
@@ -195,7 +196,7 @@ void GraphScale::paintEvent(QPaintEvent *)
     QPainter painter(this);
     if (m_backgroundColor.alpha() > 0)
         painter.fillRect(rect(), m_backgroundColor);
-    painter.setPen(isEnabled() ? m_color : QColor(153, 153, 153, 153));
+    painter.setPen(DisabledLook::greyed(m_color, isEnabled()));
     QList<QRect> drawn;
     for (double v : qAsConst(m_marks)) {
         const QRect r = labelRect(v);

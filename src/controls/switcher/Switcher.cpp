@@ -1,4 +1,5 @@
 #include "Switcher.h"
+#include "core/DisabledLook.h"
 
 #include "data/ParameterKeys.h"
 
@@ -34,18 +35,12 @@ const TagTable &Switcher::tags()
 
 QStringList Switcher::labels() const
 {
-    QStringList list;
-    for (const Item &item : m_items)
-        list << item.label;
-    return list;
+    return LabelledItemList::labels(m_items);
 }
 
 QStringList Switcher::values() const
 {
-    QStringList list;
-    for (const Item &item : m_items)
-        list << item.value;
-    return list;
+    return LabelledItemList::values(m_items);
 }
 
 void Switcher::setItems(const QVector<Item> &items)
@@ -128,14 +123,8 @@ void Switcher::setSelectedTextColor(const QColor &color) { setColor(m_selectedTe
 
 bool Switcher::readItems(const QDomElement &e)
 {
-    QVector<Item> items;
-    for (QDomElement c = e.firstChildElement(QStringLiteral("Item")); !c.isNull();
-         c = c.nextSiblingElement(QStringLiteral("Item"))) {
-        const QString label = c.text().trimmed();
-        items.append({label, c.hasAttribute(QStringLiteral("value")) ? c.attribute(QStringLiteral("value")) : label});
-    }
-    setItems(items);
-    return !items.isEmpty();
+    setItems(LabelledItemList::read(e));
+    return !m_items.isEmpty();
 }
 
 bool Switcher::readOrientation(const QDomElement &e)
@@ -260,11 +249,7 @@ void Switcher::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     const bool enabled = isEnabled();
-    auto dim = [enabled](QColor c) {
-        if (!enabled)
-            c.setAlpha(c.alpha() / 2);
-        return c;
-    };
+    auto dim = [enabled](const QColor &c) { return DisabledLook::faded(c, enabled); };
     painter.fillRect(rect(), dim(m_backgroundColor));
     for (int i = 0; i < m_items.size(); ++i) {
         const QRect r = segmentRect(i);

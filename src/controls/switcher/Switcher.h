@@ -3,6 +3,7 @@
 
 #include "controls/common/WheelSteps.h"
 #include "core/BaseWidget.h"
+#include "controls/common/LabelledItems.h"
 
 #include <QColor>
 #include <QStringList>
@@ -40,12 +41,7 @@ class Switcher : public BaseWidget
     CORVANE_TAG_TABLE
 
 public:
-    struct Item
-    {
-        QString label;
-        QString value;
-        bool operator==(const Item &o) const { return label == o.label && value == o.value; }
-    };
+    using Item = LabelledItem;
 
     Switcher(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
 

@@ -1,4 +1,5 @@
 #include "PadArea.h"
+#include "core/DisabledLook.h"
 #include "core/Saturating.h"
 
 #include "data/ParameterKeys.h"
@@ -167,9 +168,7 @@ void PadArea::paintEvent(QPaintEvent *)
     painter.fillRect(rect(), m_backgroundColor);
     painter.setRenderHint(QPainter::Antialiasing);
     paintField(painter);
-    QColor handle = m_handleColor;
-    if (!isEnabled())
-        handle.setAlpha(handle.alpha() / 2);
+    const QColor handle = DisabledLook::faded(m_handleColor, isEnabled());
     const int r = handleRadius();
     painter.setPen(Qt::NoPen);
     painter.setBrush(handle);

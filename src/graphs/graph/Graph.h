@@ -2,6 +2,7 @@
 #define CORVANE_GRAPHS_GRAPH_GRAPH_H
 
 #include "core/BaseWidget.h"
+#include "core/Colors.h"
 #include "graphs/graph/GraphCurves.h"
 
 /*!
@@ -51,7 +52,7 @@ protected:
     virtual void paintCurve(QPainter &painter);
 
 private:
-    QColor m_lineColor = QColor(0, 255, 0, 255);
+    QColor m_lineColor = Colors::color(Colors::graphLine);
     GraphCurves::FloatCurve m_curve;
     bool m_hasCurve = false;
     QPolygon m_points;

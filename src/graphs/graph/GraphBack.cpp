@@ -1,4 +1,5 @@
 #include "GraphBack.h"
+#include "core/Colors.h"
 #include "core/Saturating.h"
 
 namespace EqualizerGrid {
@@ -6,9 +7,9 @@ namespace EqualizerGrid {
 const QVector<Group> &levelLines()
 {
     static const QVector<Group> groups = {
-        {qRgb(51, 51, 51), {13, 40, 67, 94, 121, 148}},
-        {qRgb(102, 102, 102), {27, 54, 107, 134}},
-        {qRgb(179, 179, 179), {81}},
+        {Colors::gridLineMinor, {13, 40, 67, 94, 121, 148}},
+        {Colors::gridLineMajor, {27, 54, 107, 134}},
+        {Colors::gridLineCentre, {81}},
     };
     return groups;
 }
@@ -16,16 +17,16 @@ const QVector<Group> &levelLines()
 const QVector<Group> &frequencyLines()
 {
     static const QVector<Group> groups = {
-        {qRgb(51, 51, 51), {39, 67, 106, 120, 133, 145, 260, 288, 326, 341, 354, 365, 481, 508, 547, 562, 575, 586}},
-        {qRgb(102, 102, 102), {88, 221, 309, 442, 530}},
-        {qRgb(179, 179, 179), {155, 375, 596}},
+        {Colors::gridLineMinor, {39, 67, 106, 120, 133, 145, 260, 288, 326, 341, 354, 365, 481, 508, 547, 562, 575, 586}},
+        {Colors::gridLineMajor, {88, 221, 309, 442, 530}},
+        {Colors::gridLineCentre, {155, 375, 596}},
     };
     return groups;
 }
 
 QColor backgroundColor()
 {
-    return QColor(0, 0, 0, 255);
+    return Colors::color(Colors::graphBackground);
 }
 
 void paint(QPainter &painter, const QSize &size, float zoom)

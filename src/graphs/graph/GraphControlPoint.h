@@ -2,6 +2,7 @@
 #define CORVANE_GRAPHS_GRAPH_GRAPHCONTROLPOINT_H
 
 #include "data/ParameterKeys.h"
+#include "core/DisabledLook.h"
 #include "core/BaseWidget.h"
 
 #include <QMouseEvent>
@@ -53,7 +54,7 @@ protected:
     QPoint pinned(const QPoint &pos, bool shift, Qt::CursorShape *cursor);
 
     QRect m_controlRect;
-    QColor m_color = QColor(255, 200, 0, 255);
+    QColor m_color = Colors::color(Colors::controlPoint);
     QString m_direction;
     QString m_text;
     int m_value = 0;
@@ -270,7 +271,7 @@ protected:
     //! Draws the handle; variants change how it looks in their states.
     virtual void paintHandle(QPainter &painter)
     {
-        painter.fillRect(this->rect(), this->isEnabled() ? m_color : QColor(153, 153, 153, 153));
+        painter.fillRect(this->rect(), DisabledLook::greyed(m_color, this->isEnabled()));
     }
 };
 

@@ -1,6 +1,8 @@
 #ifndef CORVANE_GRAPHS_GRAPH_GRAPHCURVES_H
 #define CORVANE_GRAPHS_GRAPH_GRAPHCURVES_H
 
+#include "core/Colors.h"
+
 #include <QColor>
 #include <QPolygon>
 #include <QSize>
@@ -65,7 +67,7 @@ bool sum(QPolygon *shown, const QPolygon &first, const QPolygon &second, int hei
 QString pointsText(const QPolygon &points);
 
 //! Pen and brush colour of curves drawn while their graph is disabled or inactive.
-inline QColor disabledColor() { return QColor(153, 153, 153, 153); }
+inline QColor disabledColor() { return Colors::color(Colors::disabledInk); }
 
 } // namespace GraphCurves
 

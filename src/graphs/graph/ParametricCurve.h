@@ -2,6 +2,7 @@
 #define CORVANE_GRAPHS_GRAPH_PARAMETRICCURVE_H
 
 #include "core/BaseWidget.h"
+#include "core/Colors.h"
 #include "graphs/graph/GraphCurves.h"
 
 #include <QPainter>
@@ -40,8 +41,8 @@ protected:
     void paintCurves(QPainter &painter, bool active) const;
     void paintPhase(QPainter &painter, bool active, int height) const;
 
-    QColor m_lineColor = QColor(255, 255, 255, 255);
-    QColor m_fillColor = QColor(0, 160, 255, 96);
+    QColor m_lineColor = Colors::color(Colors::parametricLine);
+    QColor m_fillColor = Colors::color(Colors::parametricFill);
 
 private:
     struct Source

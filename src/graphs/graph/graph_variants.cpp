@@ -1,4 +1,5 @@
 #include "graph_variants.h"
+#include "core/DisabledLook.h"
 
 #include <QApplication>
 
@@ -35,7 +36,7 @@ void GraphicEqualizerGraph::addressValueChanged(int index)
 void GraphicEqualizerGraph::paintCurve(QPainter &painter)
 {
     painter.setPen(QPen(penColor(), 1.0));
-    painter.setBrush(QColor(0, 255, 0, 153));
+    painter.setBrush(Colors::color(Colors::graphicEqualizerFill));
     painter.drawPolygon(points());
 }
 
@@ -109,7 +110,7 @@ QRect TuningZoneGraphControlPoint::handleGeometryAt(const QPoint &point) const
 void TuningZoneGraphControlPoint::paintHandle(QPainter &painter)
 {
     painter.setRenderHint(QPainter::Antialiasing);
-    const QColor fill = isEnabled() ? color() : QColor(153, 153, 153, 153);
+    const QColor fill = DisabledLook::greyed(color(), isEnabled());
     painter.setPen(QPen(isDragging() ? fill.lighter(160) : fill.darker(160), 1));
     painter.setBrush(fill);
     painter.drawEllipse(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));

@@ -1,4 +1,5 @@
 #include "graphs/grid/grid_variants.h"
+#include "core/DisabledLook.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -191,12 +192,12 @@ void RoomCombineChecker::paintButton(QPainter &painter, int state)
     const bool checked = state & 2;
     const QRect box = boxRect();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(isEnabled() ? Button::frameColor : QColor(153, 153, 153, 153), 1));
+    painter.setPen(QPen(DisabledLook::ink(this, Button::frameColor), 1));
     painter.setBrush((state & 1) ? Button::faceColor.darker(130) : Button::faceColor);
     painter.drawRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5));
     if (checked) {
         const qreal w = box.width();
-        QPen pen(isEnabled() ? Button::litColor : QColor(153, 153, 153, 153), qMax<qreal>(1.5, w / 6));
+        QPen pen(DisabledLook::ink(this, Button::litColor), qMax<qreal>(1.5, w / 6));
         pen.setCapStyle(Qt::RoundCap);
         painter.setPen(pen);
         const QPointF o = box.topLeft();
@@ -206,7 +207,7 @@ void RoomCombineChecker::paintButton(QPainter &painter, int state)
     const QString label = textFor(checked);
     if (label.isEmpty())
         return;
-    painter.setPen(isEnabled() ? textColor() : QColor(153, 153, 153, 153));
+    painter.setPen(DisabledLook::ink(this, textColor()));
     painter.drawText(rect().adjusted(box.right() + 4, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      label);
 }

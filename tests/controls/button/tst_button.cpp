@@ -3,6 +3,7 @@
 #include "controls/button/button_variants.h"
 
 #include <QCoreApplication>
+#include <QProcess>
 #include <QDir>
 #include <QFile>
 #include <QPainter>
@@ -154,6 +155,9 @@ private slots:
     void paintImages();
     void paintTextAndIcon();
     void imageCache();
+    void imageNames_data();
+    void imageNames();
+    void sharpAtHighDensity();
     void focusRing();
     void unchangedStateDoesNotRepaint();
     void selectValueTag_data();
@@ -538,6 +542,127 @@ void tst_Button::imageCache()
     b->setOffImage(QStringLiteral("missing.png"));
     QCOMPARE(render(b).pixelColor(b->width() / 4, b->height() / 4), Button::faceColor);
     host.imagePath.clear();
+}
+
+void tst_Button::imageNames_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("drawn");
+
+    QTest::newRow("in the image folder") << "sub/face.png" << true;
+    QTest::newRow("written with backslashes") << "sub\\face.png" << true;
+    QTest::newRow("built in when the folder lacks it") << "Widget/Dial/index.svg" << true;
+    QTest::newRow("missing") << "sub/none.png" << false;
+    QTest::newRow("not an image") << "sub/broken.svg" << false;
+}
+
+void tst_Button::imageNames()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, drawn);
+
+    QTemporaryDir dir;
+    QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("sub")));
+    QImage img(4, 4, QImage::Format_RGB32);
+    img.fill(Qt::blue);
+    QVERIFY(img.save(dir.filePath(QStringLiteral("sub/face.png"))));
+    QFile broken(dir.filePath(QStringLiteral("sub/broken.svg")));
+    QVERIFY(broken.open(QIODevice::WriteOnly));
+    broken.write("<svg");
+    broken.close();
+    host.imagePath = dir.path();
+    Button *b = button(QStringLiteral("0"), QStringLiteral("<OffImage>%1</OffImage>").arg(name.toHtmlEscaped()));
+    const QImage image = render(b);
+    QCOMPARE(image.pixelColor(b->width() / 4, b->height() / 4) != Button::faceColor, drawn);
+
+    if (name.endsWith(QLatin1String("broken.svg"))) {
+        // An unreadable file is given up on, not parsed again on every paint.
+        QVERIFY(broken.open(QIODevice::WriteOnly));
+        broken.write("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"4\" height=\"4\">"
+                     "<rect width=\"4\" height=\"4\" fill=\"#0000ff\"/></svg>");
+        broken.close();
+        QCOMPARE(render(b).pixelColor(b->width() / 4, b->height() / 4), Button::faceColor);
+        // Naming it again reads it again.
+        b->setOffImage(QString());
+        b->setOffImage(name);
+        QCOMPARE(render(b).pixelColor(b->width() / 4, b->height() / 4), QColor(Qt::blue));
+    }
+    host.imagePath.clear();
+}
+
+namespace {
+
+// Pixels of \a image that are neither (nearly) black nor (nearly) white: the
+// blur across an edge between the two.
+int blurredPixels(const QImage &image)
+{
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const int grey = qGray(image.pixel(x, y));
+            if (grey > 24 && grey < 231)
+                ++n;
+        }
+    }
+    return n;
+}
+
+} // namespace
+
+void tst_Button::sharpAtHighDensity()
+{
+    // A black wedge on white, so that every row crosses a slanted edge.
+    const QByteArray svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"10\" height=\"10\">"
+                           "<rect width=\"10\" height=\"10\" fill=\"#ffffff\"/>"
+                           "<polygon points=\"0,0 7,0 3,10 0,10\" fill=\"#000000\"/></svg>";
+    const QByteArray out = qgetenv("CORVANE_GRAB_TO");
+    QTemporaryDir dir;
+    QString imageFolder = QString::fromLocal8Bit(qgetenv("CORVANE_IMAGE_FOLDER"));
+    if (imageFolder.isEmpty()) {
+        imageFolder = dir.path();
+        QFile f(dir.filePath(QStringLiteral("wedge.svg")));
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(svg);
+    }
+    host.imagePath = imageFolder;
+    Button *b = button(QStringLiteral("0"), QStringLiteral("<OffImage>wedge.svg</OffImage>"));
+    const QImage grabbed = b->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    host.imagePath.clear();
+    if (!out.isEmpty()) {
+        // The child: grab on a screen of twice the density and hand the picture back.
+        QCOMPARE(grabbed.size(), b->size() * 2);
+        QVERIFY(grabbed.save(QString::fromLocal8Bit(out)));
+        return;
+    }
+    QCOMPARE(grabbed.size(), b->size());
+
+    QProcess child;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("QT_SCALE_FACTOR"), QStringLiteral("2"));
+    env.insert(QStringLiteral("CORVANE_IMAGE_FOLDER"), imageFolder);
+    const QString twiceFile = dir.filePath(QStringLiteral("twice.png"));
+    env.insert(QStringLiteral("CORVANE_GRAB_TO"), twiceFile);
+    child.setProcessEnvironment(env);
+    child.setProcessChannelMode(QProcess::MergedChannels);
+    child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("sharpAtHighDensity")});
+    QVERIFY2(child.waitForFinished(60000), qPrintable(child.errorString()));
+    QVERIFY2(child.exitStatus() == QProcess::NormalExit && child.exitCode() == 0, child.readAll().right(2000).constData());
+    const QImage twice = QImage(twiceFile).convertToFormat(QImage::Format_RGB32);
+    QCOMPARE(twice.size(), b->size() * 2);
+
+    // What a picture rendered for the ordinary density shows on the denser
+    // screen: each pixel, the blurred ones of the edge included, drawn twice
+    // as wide and twice as high.
+    const QImage enlarged = grabbed.scaled(twice.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation);
+    const int blurTwice = blurredPixels(twice);
+    const int blurEnlarged = blurredPixels(enlarged);
+    QVERIFY2(blurTwice > 0, "the edge is drawn");
+    QVERIFY2(blurTwice * 3 < blurEnlarged * 2,
+             qPrintable(QStringLiteral("%1 blurred pixels at twice the density, %2 enlarged").arg(blurTwice).arg(blurEnlarged)));
+    // Both show the same wedge: as many dark pixels, give or take the edge.
+    const int darkTwice = Pixels::countNear(twice, Qt::black, twice.rect(), 72);
+    const int darkEnlarged = Pixels::countNear(enlarged, Qt::black, enlarged.rect(), 72);
+    QVERIFY2(qAbs(darkTwice - darkEnlarged) <= blurEnlarged, qPrintable(QStringLiteral("%1 %2").arg(darkTwice).arg(darkEnlarged)));
 }
 
 void tst_Button::focusRing()

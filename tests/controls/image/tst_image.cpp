@@ -1,6 +1,7 @@
 #include "controls/ControlTestHost.h"
 
 #include "controls/image/image_variants.h"
+#include "controls/common/ImageSource.h"
 
 #include <QFile>
 #include <QPainter>
@@ -83,6 +84,8 @@ private slots:
     void selectFrame();
     void parameterColor_data();
     void parameterColor();
+    void renderOptions_data();
+    void renderOptions();
 };
 
 void tst_Image::initTestCase()
@@ -375,6 +378,72 @@ void tst_Image::parameterColor()
     auto *w = make<ParameterColor>("<Address prmAddr=\"Ch/State\"/>" + xml);
     QCOMPARE(w->currentColor(), fill.isValid() ? fill : QColor(Qt::transparent));
     QCOMPARE(inkBox(render(w), fill.isValid() ? fill : panel), w->rect());
+}
+
+void tst_Image::renderOptions_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<int>("options");
+    QTest::addColumn<qreal>("ratio");
+    QTest::addColumn<QRect>("painted"); // in device-independent pixels
+    QTest::addColumn<QColor>("colour");
+
+    // A 4x2 red picture drawn into 10x10: in aspect it is a 10x5 band, on
+    // whole pixels for a bitmap, from 2.5 to 7.5 for an SVG.
+    const QColor full(255, 0, 0);
+    const QColor darkened(175, 0, 0); // under a black veil at 80
+    for (const char *format : {"png", "svg"}) {
+        const QString f = QLatin1String(format);
+        const QRect band = f == QLatin1String("png") ? QRect(0, 2, 10, 5) : QRect(0, 2, 10, 6);
+        QTest::addRow("%s stretched", format) << f << int(ImageSource::Stretch) << 1.0 << QRect(0, 0, 10, 10) << full;
+        QTest::addRow("%s in aspect, centred", format) << f << int(ImageSource::KeepAspect) << 1.0 << band << full;
+        QTest::addRow("%s pressed", format) << f << int(ImageSource::Pressed) << 1.0 << QRect(0, 0, 10, 10) << darkened;
+        QTest::addRow("%s in aspect and pressed", format) << f << int(ImageSource::KeepAspect | ImageSource::Pressed) << 1.0
+                                                  << band << darkened;
+        QTest::addRow("%s at twice the density", format) << f << int(ImageSource::KeepAspect) << 2.0 << band << full;
+    }
+}
+
+void tst_Image::renderOptions()
+{
+    QFETCH(QString, format);
+    QFETCH(int, options);
+    QFETCH(qreal, ratio);
+    QFETCH(QRect, painted);
+    QFETCH(QColor, colour);
+
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("wide.") + format);
+    if (format == QLatin1String("svg")) {
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"4\" height=\"2\">"
+                               "<rect width=\"4\" height=\"2\" fill=\"#ff0000\"/></svg>").toUtf8());
+    } else {
+        QImage img(4, 2, QImage::Format_RGB32);
+        img.fill(QColor(255, 0, 0));
+        QVERIFY(img.save(path));
+    }
+    ImageSource source(QStringLiteral("wide.") + format);
+    const QPixmap pixmap = source.pixmap(QSize(10, 10), ratio, dir.path(), ImageSource::Options(options));
+    QVERIFY(!pixmap.isNull());
+    QCOMPARE(pixmap.devicePixelRatio(), ratio);
+    QCOMPARE(pixmap.size(), QSize(10, 10) * ratio);
+
+    const QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+    const QRect inner(painted.topLeft() * ratio, painted.size() * ratio);
+    // Inside: the colour, away from the antialiased rows at the band's edges.
+    for (int y = inner.top() + int(ratio); y < inner.bottom() - int(ratio); ++y) {
+        for (int x = inner.left(); x <= inner.right(); ++x)
+            QCOMPARE(image.pixelColor(x, y), colour);
+    }
+    // Outside: nothing.
+    for (int y = 0; y < image.height(); ++y) {
+        if (y >= inner.top() - 1 && y <= inner.bottom() + 1)
+            continue;
+        for (int x = 0; x < image.width(); ++x)
+            QCOMPARE(image.pixelColor(x, y).alpha(), 0);
+    }
 }
 
 QTEST_MAIN(tst_Image)

@@ -5,6 +5,7 @@
 #include <QColorDialog>
 #include <QSignalSpy>
 #include <QtTest>
+#include "support/Pixels.h"
 #include "support/ModalWatch.h"
 #include "support/PaintCounter.h"
 
@@ -71,6 +72,7 @@ private slots:
     void rowsOfTheText_data();
     void rowsOfTheText();
     void clickSelectsAndSends();
+    void disabledTextFollowsThePalette();
     void wheelScrollsLongLists_data();
     void wheelScrollsLongLists();
 };
@@ -272,6 +274,23 @@ void tst_Misc::clickSelectsAndSends()
     mouse(l, QEvent::MouseButtonPress, QPoint(10, h / 2));
     QCOMPARE(l->selectedRow(), 0);
     QVERIFY(host.requests.isEmpty());
+}
+
+void tst_Misc::disabledTextFollowsThePalette()
+{
+    PairDeviceList *l = list(QStringLiteral("WWWW|WWWW"));
+    l->setTextColor(QColor(0, 255, 0));
+    QPalette palette = l->palette();
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(255, 0, 255));
+    l->setPalette(palette);
+    // The second row, away from the highlight of a selection.
+    const QRect row(0, l->rowHeight(), l->width(), l->rowHeight());
+    QVERIFY(Pixels::countNear(render(l), QColor(0, 255, 0), row, 60) > 0);
+
+    l->setEnabled(false);
+    const QImage image = render(l);
+    QCOMPARE(Pixels::countNear(image, QColor(0, 255, 0), row, 60), 0);
+    QVERIFY(Pixels::countNear(image, QColor(255, 0, 255), row, 60) > 0);
 }
 
 void tst_Misc::wheelScrollsLongLists_data()
