@@ -103,15 +103,6 @@ public:
 
     bool setZoom(float zoom) override;
 
-    virtual bool readOffImage(const QDomElement &e);
-    virtual bool readOnImage(const QDomElement &e);
-    virtual bool readIcon(const QDomElement &e);
-    virtual bool readText(const QDomElement &e);
-    virtual bool readOnText(const QDomElement &e);
-    virtual bool readTextColor(const QDomElement &e);
-    virtual bool readReverse(const QDomElement &e);
-    virtual bool readReadOnly(const QDomElement &e);
-
     enum class FileDialog { Open, Save };
 
 protected:

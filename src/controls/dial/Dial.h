@@ -103,13 +103,12 @@ public:
 
     bool setZoom(float zoom) override;
 
+protected:
     virtual bool readImage(const QDomElement &e);
-    virtual bool readColor(const QDomElement &e);
     virtual bool readRound(const QDomElement &e);
     virtual bool readIndicator(const QDomElement &e);
     virtual bool readLevelList(const QDomElement &e);
 
-protected:
     //! Sends a drag position from 0 to dragRange, held or released.
     virtual void sendDragPosition(int position, bool held);
     virtual void stepValue(int step);

@@ -81,10 +81,6 @@ public:
     //! Opens the editor, filled with the display text; does nothing while it is open.
     void startEditing();
 
-    virtual bool readBackgroundColor(const QDomElement &e);
-    virtual bool readTextAlignment(const QDomElement &e);
-    virtual bool readEnableHorizontalDrag(const QDomElement &e);
-
     //! "Left", "Right" and "VCenter" found in \a text, case-sensitively, over the default centring.
     static Qt::Alignment alignmentFromText(const QString &text);
 
@@ -93,6 +89,8 @@ signals:
     void editingFinished(bool committed);
 
 protected:
+    virtual bool readTextAlignment(const QDomElement &e);
+
     //! The address the box shows and changes.
     virtual int valueIndex() const { return 0; }
     //! The text the editor opens with.

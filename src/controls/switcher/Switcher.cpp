@@ -24,10 +24,10 @@ const TagTable &Switcher::tags()
     static const TagTable table = TagTable::of<Switcher>(&BaseWidget::tags(), {
         {"Items", &Switcher::readItems},
         {"Orientation", &Switcher::readOrientation},
-        {"TextColor", &Switcher::readTextColor},
-        {"BackgroundColor", &Switcher::readBackgroundColor},
-        {"SelectedColor", &Switcher::readSelectedColor},
-        {"SelectedTextColor", &Switcher::readSelectedTextColor},
+        {"TextColor", TagTable::color("textColor")},
+        {"BackgroundColor", TagTable::color("backgroundColor")},
+        {"SelectedColor", TagTable::color("selectedColor")},
+        {"SelectedTextColor", TagTable::color("selectedTextColor")},
     });
     return table;
 }
@@ -149,23 +149,6 @@ bool Switcher::readOrientation(const QDomElement &e)
         return false;
     return true;
 }
-
-#define CORVANE_SWITCHER_COLOR_READER(name, setter) \
-    bool Switcher::name(const QDomElement &e) \
-    { \
-        const QColor color = parseColor(e.text()); \
-        if (!color.isValid()) \
-            return false; \
-        setter(color); \
-        return true; \
-    }
-
-CORVANE_SWITCHER_COLOR_READER(readTextColor, setTextColor)
-CORVANE_SWITCHER_COLOR_READER(readBackgroundColor, setBackgroundColor)
-CORVANE_SWITCHER_COLOR_READER(readSelectedColor, setSelectedColor)
-CORVANE_SWITCHER_COLOR_READER(readSelectedTextColor, setSelectedTextColor)
-
-#undef CORVANE_SWITCHER_COLOR_READER
 
 QRect Switcher::segmentRect(int index) const
 {

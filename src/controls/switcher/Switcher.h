@@ -82,17 +82,13 @@ public:
     //! Sends segment \a index's value; false when nothing was sent.
     bool choose(int index);
 
-    virtual bool readItems(const QDomElement &e);
-    virtual bool readOrientation(const QDomElement &e);
-    virtual bool readTextColor(const QDomElement &e);
-    virtual bool readBackgroundColor(const QDomElement &e);
-    virtual bool readSelectedColor(const QDomElement &e);
-    virtual bool readSelectedTextColor(const QDomElement &e);
-
 signals:
     void currentIndexChanged(int index);
 
 protected:
+    virtual bool readItems(const QDomElement &e);
+    virtual bool readOrientation(const QDomElement &e);
+
     //! The segment the parameter's value lights, or -1.
     virtual int indexOfCurrent() const;
     void refresh();

@@ -46,10 +46,10 @@ public:
     //! The positions (0 to 1, vertical upward) of pixel \a pos, clamped.
     QPointF positionAt(const QPointF &pos) const;
 
+protected:
     virtual bool readHandleColor(const QDomElement &e);
     virtual bool readBackgroundColor(const QDomElement &e);
 
-protected:
     //! Repaints and returns true when a colour or angle \a member changed.
     template <class T>
     bool assign(T &member, const T &value)
