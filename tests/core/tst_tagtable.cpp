@@ -11,14 +11,12 @@
 
 namespace {
 
-QDomElement element(const QString &xml)
+// Configures \a w from the description children \a xml.
+void configure(BaseWidget &w, const QString &xml)
 {
-    static QList<QDomDocument> keep; // elements must outlive the call
     QDomDocument doc;
-    const bool ok = doc.setContent(xml);
-    Q_ASSERT(ok);
-    keep.append(doc);
-    return doc.documentElement();
+    QVERIFY(doc.setContent(QLatin1String("<Widget>") + xml + QLatin1String("</Widget>")));
+    w.configure(doc.documentElement());
 }
 
 // One property of each type the table parses, and a handler override.
@@ -197,7 +195,7 @@ void TestTagTable::lookup()
 
     // The derived handler wins over the base's property; the rest falls back.
     DerivedProbe w(nullptr, nullptr, nullptr);
-    w.configure(element("<Widget><Flag>true</Flag><Count>12</Count><TabOrder>3</TabOrder></Widget>"));
+    configure(w, "<Flag>true</Flag><Count>12</Count><TabOrder>3</TabOrder>");
     QCOMPARE(w.flagTexts, QStringList{QStringLiteral("true")});
     QCOMPARE(w.m_flag, false);
     QCOMPARE(w.m_count, 12);
@@ -209,7 +207,7 @@ void TestTagTable::baseHandlersDispatchVirtually()
 {
     // BaseWidget's own tags still go through its virtual handlers.
     DerivedProbe w(nullptr, nullptr, nullptr);
-    w.configure(element("<Widget><Focus>strong</Focus><Focus>bogus</Focus></Widget>"));
+    configure(w, "<Focus>strong</Focus><Focus>bogus</Focus>");
     QCOMPARE(w.focusTexts, (QStringList{QStringLiteral("strong"), QStringLiteral("bogus")}));
     QCOMPARE(w.focusPolicy(), Qt::StrongFocus);
 }
@@ -304,7 +302,7 @@ void TestTagTable::realControls()
     QVERIFY(w);
     const QVariant before = w->property(qPrintable(property));
     QVERIFY(before.isValid());
-    w->configure(element("<Widget>" + xml + "</Widget>"));
+    configure(*w, xml);
     QCOMPARE(w->property(qPrintable(property)), expected.isValid() ? expected : before);
 }
 

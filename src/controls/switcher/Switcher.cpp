@@ -112,19 +112,10 @@ QString Switcher::orientationText() const
     return m_orientation == Qt::Vertical ? QStringLiteral("Vertical") : QStringLiteral("Horizontal");
 }
 
-bool Switcher::setColor(QColor &member, const QColor &color)
-{
-    if (member == color)
-        return false;
-    member = color;
-    update();
-    return true;
-}
-
-void Switcher::setTextColor(const QColor &color) { setColor(m_textColor, color); }
-void Switcher::setBackgroundColor(const QColor &color) { setColor(m_backgroundColor, color); }
-void Switcher::setSelectedColor(const QColor &color) { setColor(m_selectedColor, color); }
-void Switcher::setSelectedTextColor(const QColor &color) { setColor(m_selectedTextColor, color); }
+void Switcher::setTextColor(const QColor &color) { updateMember(m_textColor, color); }
+void Switcher::setBackgroundColor(const QColor &color) { updateMember(m_backgroundColor, color); }
+void Switcher::setSelectedColor(const QColor &color) { updateMember(m_selectedColor, color); }
+void Switcher::setSelectedTextColor(const QColor &color) { updateMember(m_selectedTextColor, color); }
 
 bool Switcher::readItems(const QDomElement &e)
 {

@@ -100,8 +100,6 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
 
 private:
-    bool setColor(QColor &member, const QColor &color);
-
     QVector<Item> m_items;
     int m_currentIndex = -1;
     Qt::Orientation m_orientation = Qt::Horizontal;

@@ -26,12 +26,12 @@ void BeamArea::setAngle(double degrees)
 {
     if (!std::isfinite(degrees))
         return;
-    assign(m_angle, qBound(0.0, degrees, 360.0));
+    updateMember(m_angle, qBound(0.0, degrees, 360.0));
 }
 
 void BeamArea::setBeamColor(const QColor &color)
 {
-    assign(m_beamColor, color);
+    updateMember(m_beamColor, color);
 }
 
 void BeamArea::paintField(QPainter &painter)

@@ -49,17 +49,6 @@ public:
 protected:
     virtual bool readHandleColor(const QDomElement &e);
     virtual bool readBackgroundColor(const QDomElement &e);
-
-    //! Repaints and returns true when a colour or angle \a member changed.
-    template <class T>
-    bool assign(T &member, const T &value)
-    {
-        if (member == value)
-            return false;
-        member = value;
-        update();
-        return true;
-    }
     //! Draws what lies between the background and the handle.
     virtual void paintField(QPainter &painter) { Q_UNUSED(painter) }
 
