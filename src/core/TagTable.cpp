@@ -13,7 +13,10 @@ bool TagTable::Entry::apply(BaseWidget *w, const QDomElement &e) const
     QVariant value;
     switch (property.type) {
     case Type::Bool: {
-        value = property.ignoreCase ? BaseWidget::isTrueIgnoringCase(e) : BaseWidget::isTrue(e);
+        const bool on = property.ignoreCase ? BaseWidget::isTrueIgnoringCase(e) : BaseWidget::isTrue(e);
+        if (!on && property.onlyTrue)
+            return false;
+        value = on;
         break;
     }
     case Type::Int: {

@@ -31,6 +31,7 @@ class BaseWidget;
 
     \list
     \li bool: the text "true" exactly, or in any case with ignoringCase();
+        with settingOnlyTrue() other texts are refused;
     \li int: a whole decimal number within the entry's range, otherwise the
         tag is refused (so "1e400", "nan" or 2^40 never reach an int);
     \li double: a finite number ("nan" and "inf" are refused);
@@ -58,6 +59,7 @@ public:
         bool trimmed = false;   // Text: leading and trailing space dropped
         bool nonEmpty = false;  // Text: an empty text is refused
         bool ignoreCase = false; // Bool: "TRUE" and "True" count as true
+        bool onlyTrue = false;   // Bool: any other text is refused, so a later tag cannot clear it
         int minimum = std::numeric_limits<int>::min();
         int maximum = std::numeric_limits<int>::max();
 
@@ -66,6 +68,13 @@ public:
         {
             Property p = *this;
             p.ignoreCase = true;
+            return p;
+        }
+        //! The same property, set by a true text only.
+        constexpr Property settingOnlyTrue() const
+        {
+            Property p = *this;
+            p.onlyTrue = true;
             return p;
         }
         //! The same property, an empty text refused.
@@ -81,7 +90,7 @@ public:
     static constexpr Property integer(const char *name, int minimum = std::numeric_limits<int>::min(),
                                       int maximum = std::numeric_limits<int>::max())
     {
-        return {name, Type::Int, false, false, false, minimum, maximum};
+        return {name, Type::Int, false, false, false, false, minimum, maximum};
     }
     static constexpr Property number(const char *name) { return {name, Type::Double}; }
     static constexpr Property color(const char *name) { return {name, Type::Color}; }

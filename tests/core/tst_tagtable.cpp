@@ -25,6 +25,7 @@ class Probe : public BaseWidget
     Q_OBJECT
     Q_PROPERTY(bool flag MEMBER m_flag)
     Q_PROPERTY(bool looseFlag MEMBER m_looseFlag)
+    Q_PROPERTY(bool sticky MEMBER m_sticky)
     Q_PROPERTY(int count MEMBER m_count)
     Q_PROPERTY(int wide MEMBER m_wide)
     Q_PROPERTY(double ratio MEMBER m_ratio)
@@ -40,6 +41,7 @@ public:
         static const TagTable table = TagTable::of<Probe>(&BaseWidget::tags(), {
             {"Flag", TagTable::boolean("flag")},
             {"LooseFlag", TagTable::boolean("looseFlag").ignoringCase()},
+            {"Sticky", TagTable::boolean("sticky").settingOnlyTrue()},
             {"Count", TagTable::integer("count", 0, 100)},
             {"Wide", TagTable::integer("wide")},
             {"Ratio", TagTable::number("ratio")},
@@ -60,6 +62,7 @@ public:
     QStringList focusTexts;
     bool m_flag = false;
     bool m_looseFlag = false;
+    bool m_sticky = true;
     int m_count = 7;
     int m_wide = 7;
     double m_ratio = 0.5;
@@ -124,6 +127,8 @@ void TestTagTable::parsing_data()
     QTest::newRow("bool padded is not true") << "Flag" << " true" << "flag" << QVariant(false);
     QTest::newRow("bool any case TRUE") << "LooseFlag" << "TRUE" << "looseFlag" << QVariant(true);
     QTest::newRow("bool any case yes") << "LooseFlag" << "yes" << "looseFlag" << QVariant(false);
+    QTest::newRow("bool only true: true") << "Sticky" << "true" << "sticky" << QVariant(true);
+    QTest::newRow("bool only true: false refused") << "Sticky" << "false" << "sticky" << refused;
 
     QTest::newRow("int") << "Count" << " 42 " << "count" << QVariant(42);
     QTest::newRow("int lowest") << "Count" << "0" << "count" << QVariant(0);
@@ -259,6 +264,8 @@ void TestTagTable::realControls_data()
     QTest::newRow("Button reverse any case") << "Button" << "<Reverse>True</Reverse>" << "reverse" << QVariant(true);
     QTest::newRow("Button image trimmed") << "Button" << "<OffImage> off.png </OffImage>" << "offImage"
                                           << QVariant(QStringLiteral("off.png"));
+    QTest::newRow("Button read only not cleared") << "Button" << "<ReadOnly>true</ReadOnly><ReadOnly>false</ReadOnly>"
+                                                 << "readOnly" << QVariant(true);
     QTest::newRow("Button text as written") << "Button" << "<Text> A </Text>" << "text" << QVariant(QStringLiteral(" A "));
     QTest::newRow("BeamDial width") << "BeamDial" << "<BeamWidth>180</BeamWidth>" << "beamWidth" << QVariant(180);
     QTest::newRow("BeamDial width too wide") << "BeamDial" << "<BeamWidth>181</BeamWidth>" << "beamWidth" << unchanged;

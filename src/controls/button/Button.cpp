@@ -52,8 +52,8 @@ const TagTable &Button::tags()
         {"Text", TagTable::text("text")},
         {"OnText", TagTable::text("onText")},
         {"TextColor", TagTable::color("textColor")},
-        {"Reverse", TagTable::boolean("reverse").ignoringCase()},
-        {"ReadOnly", TagTable::boolean("readOnly").ignoringCase()},
+        {"Reverse", TagTable::boolean("reverse").ignoringCase().settingOnlyTrue()},
+        {"ReadOnly", TagTable::boolean("readOnly").ignoringCase().settingOnlyTrue()},
     });
     return table;
 }

@@ -21,7 +21,7 @@ const TagTable &SelectButton::tags()
 {
     static const TagTable table = TagTable::of<SelectButton>(&Button::tags(), {
         {"Value", &SelectButton::readValue},
-        {"CanOff", TagTable::boolean("canOff").ignoringCase()},
+        {"CanOff", TagTable::boolean("canOff").ignoringCase().settingOnlyTrue()},
     });
     return table;
 }
