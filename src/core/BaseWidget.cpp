@@ -90,10 +90,8 @@ const TagTable &BaseWidget::tags()
 bool BaseWidget::configure(const QDomNode &element)
 {
     const TagTable &table = tagTable();
-    for (QDomElement e = element.firstChildElement(); !e.isNull(); e = e.nextSiblingElement()) {
-        if (const TagTable::Handler *handler = table.find(e.tagName()))
-            (*handler)(this, e);
-    }
+    for (QDomElement e = element.firstChildElement(); !e.isNull(); e = e.nextSiblingElement())
+        table.apply(this, e);
     return true;
 }
 

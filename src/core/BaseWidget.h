@@ -180,6 +180,17 @@ public:
     static bool isTrue(const QDomElement &e) { return e.text() == QLatin1String("true"); }
     static bool isTrueIgnoringCase(const QDomElement &e) { return e.text().toLower() == QLatin1String("true"); }
 
+    //! Sets \a member to \a value and repaints, only when that changes it; true when it did.
+    template <class T>
+    bool updateMember(T &member, const T &value)
+    {
+        if (member == value)
+            return false;
+        member = value;
+        update();
+        return true;
+    }
+
 public slots:
     void selectedMenu(QAction *action);
 

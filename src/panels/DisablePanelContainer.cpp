@@ -25,7 +25,7 @@ const TagTable &DisablePanelContainer::tags()
     static const TagTable table = TagTable::of<DisablePanelContainer>(&ParameterText::tags(), {
         {"DisableValue", &DisablePanelContainer::readDisableValue},
         {"StrValFlg", &DisablePanelContainer::readStrValFlg},
-        {"Text", &DisablePanelContainer::readText},
+        {"Text", TagTable::text("text")},
     });
     return table;
 }
@@ -60,12 +60,6 @@ bool DisablePanelContainer::readStrValFlg(const QDomElement &e)
 {
     m_gate.readStringFlag(e);
     updateState();
-    return true;
-}
-
-bool DisablePanelContainer::readText(const QDomElement &e)
-{
-    setText(e.text());
     return true;
 }
 

@@ -50,16 +50,16 @@ public:
     //! Whether \a w (or the sibling it lies in) sits under the container.
     bool covers(const QWidget *w) const;
 
-    virtual bool readDisableValue(const QDomElement &e);
-    virtual bool readStrValFlg(const QDomElement &e);
-    virtual bool readText(const QDomElement &e);
     //! A given colour is used as it is, alpha 0 (a transparent blocker) included.
-    bool readBackgroundColor(const QDomElement &e) override;
 
 signals:
     void disablingChanged(bool on);
 
 protected:
+    virtual bool readDisableValue(const QDomElement &e);
+    virtual bool readStrValFlg(const QDomElement &e);
+    bool readBackgroundColor(const QDomElement &e) override;
+
     //! Whether the tested parameters hold a disabling value now.
     virtual bool matches() const { return hasValue(0) && m_gate.matches(*this, 0); }
     //! Whether the address at \a index has received a value; nothing is blocked on a value not known yet.
@@ -101,11 +101,12 @@ public:
     DisablePanelMulti(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
 
     bool configure(const QDomNode &element) override;
-    bool readDisableValue(const QDomElement &e) override;
     //! The lists, one per address, joined by ";".
     QString disableValueLists() const;
 
 protected:
+    bool readDisableValue(const QDomElement &e) override;
+
     bool matches() const override;
     bool isTested(int index) const override;
 

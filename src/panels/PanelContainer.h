@@ -37,10 +37,10 @@ public:
 
     void setPanelFactory(IPanelFactory *factory) { m_factory = factory; }
 
+protected:
     virtual bool readPanel(const QDomElement &e);
     virtual bool readFile(const QDomElement &e);
 
-protected:
     //! Places the freshly built \a panel in the container.
     virtual void installPanel(QWidget *panel);
 

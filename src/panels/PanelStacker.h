@@ -96,13 +96,13 @@ public:
     void setPanelFactory(IPanelFactory *factory) { m_factory = factory; }
     IPanelFactory *panelFactory() const;
 
-    virtual bool readStackList(const QDomElement &e);
-
 signals:
     void currentKeyChanged(const QString &key);
     void pageCreated(const QString &key, QWidget *page);
 
 protected:
+    virtual bool readStackList(const QDomElement &e);
+
     //! Builds the page of \a key as a child of the stacker; null when there is none.
     virtual QWidget *createPage(const QString &key);
     void addressValueChanged(int index) override;

@@ -1,3 +1,4 @@
+#include "core/BaseWidget.h"
 #include "plugin/WidgetFactory.h"
 
 #include <corvane/IWidgetCore.h>
@@ -19,6 +20,7 @@ class bench_Panel : public QObject
 
 private slots:
     void createEveryType();
+    void lookUpTags();
     void buildNumberBoxes();
     void deliverChange();
     void deliverUnchanged();
@@ -48,6 +50,28 @@ void bench_Panel::createEveryType()
         for (const QString &name : names)
             factory.create(name, &parent, &host, &registry);
     }
+}
+
+// Every tag of every type, and one no table has, looked up in the type's table.
+void bench_Panel::lookUpTags()
+{
+    WidgetFactory factory;
+    RecordingHost host;
+    ParameterManagementRegistry registry;
+    QWidget parent;
+    QVector<QPair<const TagTable *, QStringList>> lookups;
+    for (const QString &name : WidgetFactory::typeNames()) {
+        auto *w = dynamic_cast<BaseWidget *>(factory.create(name, &parent, &host, &registry));
+        lookups.append({&w->tagTable(), w->handledTags() << QStringLiteral("NoSuchTag")});
+    }
+    int found = 0;
+    QBENCHMARK {
+        for (const auto &lookup : qAsConst(lookups)) {
+            for (const QString &tag : lookup.second)
+                found += lookup.first->find(tag) != nullptr;
+        }
+    }
+    QVERIFY(found > 0);
 }
 
 void bench_Panel::buildNumberBoxes()

@@ -29,14 +29,14 @@ Button::~Button() = default;
 const TagTable &Button::tags()
 {
     static const TagTable table = TagTable::of<Button>(&BaseWidget::tags(), {
-        {"OffImage", &Button::readOffImage},
-        {"OnImage", &Button::readOnImage},
-        {"Icon", &Button::readIcon},
-        {"Text", &Button::readText},
-        {"OnText", &Button::readOnText},
-        {"TextColor", &Button::readTextColor},
-        {"Reverse", &Button::readReverse},
-        {"ReadOnly", &Button::readReadOnly},
+        {"OffImage", TagTable::trimmedText("offImage")},
+        {"OnImage", TagTable::trimmedText("onImage")},
+        {"Icon", TagTable::trimmedText("icon")},
+        {"Text", TagTable::text("text")},
+        {"OnText", TagTable::text("onText")},
+        {"TextColor", TagTable::color("textColor")},
+        {"Reverse", TagTable::boolean("reverse").ignoringCase().settingOnlyTrue()},
+        {"ReadOnly", TagTable::boolean("readOnly").ignoringCase().settingOnlyTrue()},
     });
     return table;
 }
@@ -184,61 +184,6 @@ QList<int> Button::ownAddressIndexes() const
 
 // ---------------------------------------------------------------------------
 // Description
-
-bool Button::readOffImage(const QDomElement &e)
-{
-    setOffImage(e.text().trimmed());
-    return true;
-}
-
-bool Button::readOnImage(const QDomElement &e)
-{
-    setOnImage(e.text().trimmed());
-    return true;
-}
-
-bool Button::readIcon(const QDomElement &e)
-{
-    setIcon(e.text().trimmed());
-    return true;
-}
-
-bool Button::readText(const QDomElement &e)
-{
-    setText(e.text());
-    return true;
-}
-
-bool Button::readOnText(const QDomElement &e)
-{
-    setOnText(e.text());
-    return true;
-}
-
-bool Button::readTextColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setTextColor(color);
-    return true;
-}
-
-bool Button::readReverse(const QDomElement &e)
-{
-    if (!isTrueIgnoringCase(e))
-        return false;
-    setReverse(true);
-    return true;
-}
-
-bool Button::readReadOnly(const QDomElement &e)
-{
-    if (!isTrueIgnoringCase(e))
-        return false;
-    setReadOnly(true);
-    return true;
-}
 
 // ---------------------------------------------------------------------------
 // Input

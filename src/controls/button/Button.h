@@ -107,14 +107,6 @@ public:
     //! How many image names the button has drawn since they were last changed.
     int cachedImageCount() const { return m_imageCache.size(); }
 
-    virtual bool readOffImage(const QDomElement &e);
-    virtual bool readOnImage(const QDomElement &e);
-    virtual bool readIcon(const QDomElement &e);
-    virtual bool readText(const QDomElement &e);
-    virtual bool readOnText(const QDomElement &e);
-    virtual bool readTextColor(const QDomElement &e);
-    virtual bool readReverse(const QDomElement &e);
-    virtual bool readReadOnly(const QDomElement &e);
 
     enum class FileDialog { Open, Save };
 

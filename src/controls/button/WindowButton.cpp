@@ -46,23 +46,11 @@ WindowButton::WindowButton(IHostCore *hostCore, ParameterManagementRegistry *reg
 const TagTable &WindowButton::tags()
 {
     static const TagTable table = TagTable::of<WindowButton>(&Button::tags(), {
-        {"EditorID", &WindowButton::readEditorId},
-        {"Title", &WindowButton::readTitle},
+        {"EditorID", TagTable::trimmedText("editorId")},
+        {"Title", TagTable::trimmedText("windowTitle")},
         {"Panel", &WindowButton::readPanel},
     });
     return table;
-}
-
-bool WindowButton::readEditorId(const QDomElement &e)
-{
-    m_editorId = e.text().trimmed();
-    return !m_editorId.isEmpty();
-}
-
-bool WindowButton::readTitle(const QDomElement &e)
-{
-    m_title = e.text().trimmed();
-    return true;
 }
 
 bool WindowButton::readPanel(const QDomElement &e)

@@ -24,8 +24,8 @@
 class WindowButton : public Button
 {
     Q_OBJECT
-    Q_PROPERTY(QString editorId READ editorId)
-    Q_PROPERTY(QString windowTitle READ title)
+    Q_PROPERTY(QString editorId READ editorId WRITE setEditorId)
+    Q_PROPERTY(QString windowTitle READ title WRITE setTitle)
     Q_PROPERTY(bool windowOpen READ isWindowOpen)
     CORVANE_TAG_TABLE
 
@@ -33,7 +33,10 @@ public:
     WindowButton(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
 
     QString editorId() const { return m_editorId; }
+    // Nothing of the button itself shows them: they name and title its window.
+    void setEditorId(const QString &id) { m_editorId = id; }
     QString title() const { return m_title.isEmpty() ? m_editorId : m_title; }
+    void setTitle(const QString &title) { m_title = title; }
 
     //! The open window of this button's panel, or null.
     QWidget *editorWindow() const;
@@ -51,11 +54,9 @@ public:
     //! Whether \a window was opened by a window button.
     static bool isEditorWindow(const QWidget *window);
 
-    virtual bool readEditorId(const QDomElement &e);
-    virtual bool readTitle(const QDomElement &e);
+protected:
     virtual bool readPanel(const QDomElement &e);
 
-protected:
     //! The kind of window: a window of its own, or a tool window kept above the panel's.
     virtual Qt::WindowFlags editorWindowFlags() const { return Qt::Window; }
 

@@ -21,7 +21,7 @@ const TagTable &SelectButton::tags()
 {
     static const TagTable table = TagTable::of<SelectButton>(&Button::tags(), {
         {"Value", &SelectButton::readValue},
-        {"CanOff", &SelectButton::readCanOff},
+        {"CanOff", TagTable::boolean("canOff").ignoringCase().settingOnlyTrue()},
     });
     return table;
 }
@@ -95,14 +95,6 @@ bool SelectButton::readValue(const QDomElement &e)
     setSelectValue(value);
     setStepCount(steps);
     m_valueFromHint = hinted;
-    return true;
-}
-
-bool SelectButton::readCanOff(const QDomElement &e)
-{
-    if (!isTrueIgnoringCase(e))
-        return false;
-    m_canOff = true;
     return true;
 }
 
@@ -214,7 +206,7 @@ void TuningZoneMasterResetButton::clickAction()
 const TagTable &MatchValueButton::tags()
 {
     static const TagTable table = TagTable::of<MatchValueButton>(&Button::tags(), {
-        {"MatchValue", &MatchValueButton::readMatchValue},
+        {"MatchValue", TagTable::text("matchValue")},
     });
     return table;
 }
@@ -240,12 +232,6 @@ void MatchValueButton::clickAction()
         Button::clickAction();
     else
         requestText(m_matchValue, 0);
-}
-
-bool MatchValueButton::readMatchValue(const QDomElement &e)
-{
-    setMatchValue(e.text());
-    return true;
 }
 
 // ---------------------------------------------------------------------------
@@ -533,7 +519,7 @@ void TapTempoButton::keyReleaseEvent(QKeyEvent *event)
 const TagTable &ReturnButton::tags()
 {
     static const TagTable table = TagTable::of<ReturnButton>(&Button::tags(), {
-        {"ReturnValue", &ReturnButton::readReturnValue},
+        {"ReturnValue", TagTable::integer("returnValue")},
     });
     return table;
 }
@@ -543,16 +529,6 @@ void ReturnButton::clickAction()
     passToHost(m_returnValue);
     if (auto *dialog = qobject_cast<QDialog *>(window()))
         dialog->done(m_returnValue);
-}
-
-bool ReturnButton::readReturnValue(const QDomElement &e)
-{
-    bool ok = false;
-    const int value = e.text().trimmed().toInt(&ok);
-    if (!ok)
-        return false;
-    m_returnValue = value;
-    return true;
 }
 
 // ---------------------------------------------------------------------------

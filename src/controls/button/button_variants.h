@@ -45,10 +45,10 @@ public:
         An element with attribute "hint" counts only when it equals the
         host's "editor_hint", and then wins over elements without one.
     */
-    virtual bool readValue(const QDomElement &e);
-    virtual bool readCanOff(const QDomElement &e);
 
 protected:
+    virtual bool readValue(const QDomElement &e);
+
     QString fallbackText() const override { return QString::number(m_selectValue); }
 
 private:
@@ -349,8 +349,6 @@ public:
     bool isOn() const override;
     void clickAction() override;
 
-    virtual bool readMatchValue(const QDomElement &e);
-
 private:
     QString m_matchValue;
 };
@@ -405,9 +403,9 @@ public:
     bool isOn() const override { return false; }
     void clickAction() override;
 
+protected:
     virtual bool readStep(const QDomElement &e);
 
-protected:
     QString fallbackText() const override;
 
 private:
@@ -717,9 +715,9 @@ public:
     //! Applies the parameter's state to the targets now.
     void applyToTargets();
 
+protected:
     virtual bool readTarget(const QDomElement &e);
 
-protected:
     void addressValueChanged(int index) override;
     void showEvent(QShowEvent *event) override;
 
@@ -807,8 +805,6 @@ public:
     void setReturnValue(int value) { m_returnValue = value; }
     bool isOn() const override { return false; }
     void clickAction() override;
-
-    virtual bool readReturnValue(const QDomElement &e);
 
 private:
     int m_returnValue = 1;

@@ -28,9 +28,9 @@ const TagTable &ComboBox::tags()
 {
     static const TagTable table = TagTable::of<ComboBox>(&BaseWidget::tags(), {
         {"Items", &ComboBox::readItems},
-        {"ReadOnly", &ComboBox::readReadOnly},
-        {"TextColor", &ComboBox::readTextColor},
-        {"BackgroundColor", &ComboBox::readBackgroundColor},
+        {"ReadOnly", TagTable::boolean("readOnly").ignoringCase()},
+        {"TextColor", TagTable::color("textColor")},
+        {"BackgroundColor", TagTable::color("backgroundColor")},
     });
     return table;
 }
@@ -167,30 +167,6 @@ bool ComboBox::readItems(const QDomElement &e)
 {
     setItems(LabelledItemList::read(e));
     return !m_items.isEmpty();
-}
-
-bool ComboBox::readReadOnly(const QDomElement &e)
-{
-    setReadOnly(isTrueIgnoringCase(e));
-    return true;
-}
-
-bool ComboBox::readTextColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setTextColor(color);
-    return true;
-}
-
-bool ComboBox::readBackgroundColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setBackgroundColor(color);
-    return true;
 }
 
 // ---------------------------------------------------------------------------

@@ -87,11 +87,6 @@ public:
     //! Where the arrow is drawn; empty when read only.
     QRect arrowRect() const;
 
-    virtual bool readItems(const QDomElement &e);
-    virtual bool readReadOnly(const QDomElement &e);
-    virtual bool readTextColor(const QDomElement &e);
-    virtual bool readBackgroundColor(const QDomElement &e);
-
 signals:
     void currentTextChanged(const QString &text);
     void popupOpenChanged(bool open);
@@ -99,6 +94,8 @@ signals:
     void activated(int index);
 
 protected:
+    virtual bool readItems(const QDomElement &e);
+
     //! The options when the description lists none: the parameter's "ui_prm_option".
     virtual QVector<Option> parameterOptions() const;
     //! Which of \a options the parameter holds, or -1.

@@ -100,9 +100,10 @@ public:
     using ComboBox::ComboBox;
 
     QStringList valueTextList() const { return m_valueTexts; }
-    virtual bool readValueTextList(const QDomElement &e);
 
 protected:
+    virtual bool readValueTextList(const QDomElement &e);
+
     QVector<Option> parameterOptions() const override;
     int indexOfCurrent(const QVector<Option> &options) const override;
     bool sendOption(int index, const Option &option) override;

@@ -25,7 +25,7 @@ const TagTable &Dial::tags()
 {
     static const TagTable table = TagTable::of<Dial>(&BaseWidget::tags(), {
         {"Image", &Dial::readImage},
-        {"Color", &Dial::readColor},
+        {"Color", TagTable::color("color")},
         {"Round", &Dial::readRound},
         {"Indicator", &Dial::readIndicator},
         {"LevelList", &Dial::readLevelList},
@@ -151,15 +151,6 @@ bool Dial::readImage(const QDomElement &e)
         setIndexImage(e.text().trimmed());
     else
         setKnobImage(e.text().trimmed());
-    return true;
-}
-
-bool Dial::readColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setColor(color);
     return true;
 }
 

@@ -106,13 +106,12 @@ public:
 
     bool setZoom(float zoom) override;
 
+protected:
     virtual bool readImage(const QDomElement &e);
-    virtual bool readColor(const QDomElement &e);
     virtual bool readRound(const QDomElement &e);
     virtual bool readIndicator(const QDomElement &e);
     virtual bool readLevelList(const QDomElement &e);
 
-protected:
     void addressValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;
 

@@ -37,8 +37,8 @@ const QColor BeamDial::defaultBeamColor(255, 170, 0, 140);
 const TagTable &BeamDial::tags()
 {
     static const TagTable table = TagTable::of<BeamDial>(&Dial::tags(), {
-        {"BeamWidth", &BeamDial::readBeamWidth},
-        {"BeamColor", &BeamDial::readBeamColor},
+        {"BeamWidth", TagTable::integer("beamWidth", 1, 180)},
+        {"BeamColor", TagTable::color("beamColor")},
     });
     return table;
 }
@@ -58,25 +58,6 @@ void BeamDial::setBeamColor(const QColor &color)
         return;
     m_beamColor = color;
     update();
-}
-
-bool BeamDial::readBeamWidth(const QDomElement &e)
-{
-    bool ok = false;
-    const int degrees = e.text().trimmed().toInt(&ok);
-    if (!ok || degrees < 1 || degrees > 180)
-        return false;
-    setBeamWidth(degrees);
-    return true;
-}
-
-bool BeamDial::readBeamColor(const QDomElement &e)
-{
-    const QColor c = parseColor(e.text());
-    if (!c.isValid())
-        return false;
-    setBeamColor(c);
-    return true;
 }
 
 void BeamDial::paintKnob(QPainter &painter)

@@ -64,9 +64,6 @@ public:
     QColor beamColor() const { return m_beamColor; }
     void setBeamColor(const QColor &color);
 
-    virtual bool readBeamWidth(const QDomElement &e);
-    virtual bool readBeamColor(const QDomElement &e);
-
 protected:
     void paintKnob(QPainter &painter) override;
 

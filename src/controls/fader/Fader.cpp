@@ -76,9 +76,9 @@ const TagTable &Fader::tags()
         {"LevelList", &Fader::readLevelList},
         {"RailRect", &Fader::readRailRect},
         {"KnobPosition", &Fader::readKnobPosition},
-        {"FillLevel", &Fader::readFillLevel},
+        {"FillLevel", TagTable::boolean("fillLevel")},
         {"KnobSize", &Fader::readKnobSize},
-        {"RailColor", &Fader::readRailColor},
+        {"RailColor", TagTable::color("railColor")},
     });
     return table;
 }
@@ -356,12 +356,6 @@ bool Fader::readKnobPosition(const QDomElement &e)
     return true;
 }
 
-bool Fader::readFillLevel(const QDomElement &e)
-{
-    setFillLevel(isTrue(e));
-    return true;
-}
-
 bool Fader::readKnobSize(const QDomElement &e)
 {
     QPoint s;
@@ -370,15 +364,6 @@ bool Fader::readKnobSize(const QDomElement &e)
     m_knobDesignSize = QSize(s.x(), s.y());
     placeKnob();
     update();
-    return true;
-}
-
-bool Fader::readRailColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setRailColor(color);
     return true;
 }
 

@@ -97,15 +97,6 @@ public:
 
     bool setZoom(float zoom) override;
 
-    virtual bool readImage(const QDomElement &e);
-    virtual bool readParameterType(const QDomElement &e);
-    virtual bool readLevelList(const QDomElement &e);
-    virtual bool readRailRect(const QDomElement &e);
-    virtual bool readKnobPosition(const QDomElement &e);
-    virtual bool readFillLevel(const QDomElement &e);
-    virtual bool readKnobSize(const QDomElement &e);
-    virtual bool readRailColor(const QDomElement &e);
-
     //! The parameter position (0 to 1) of knob position \a p under the current scale kind and zoom.
     virtual double knobPositionToRatio(int p) const;
     //! The knob position that shows parameter position \a ratio: the law read the other way.
@@ -117,6 +108,13 @@ public:
     static QVector<QPair<int, double>> law(int kind, float zoom);
 
 protected:
+    virtual bool readImage(const QDomElement &e);
+    virtual bool readParameterType(const QDomElement &e);
+    virtual bool readLevelList(const QDomElement &e);
+    virtual bool readRailRect(const QDomElement &e);
+    virtual bool readKnobPosition(const QDomElement &e);
+    virtual bool readKnobSize(const QDomElement &e);
+
     void setOrientation(Qt::Orientation orientation);
     //! Knob size, at the current zoom.
     QSize knobSize() const;

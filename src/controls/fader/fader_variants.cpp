@@ -9,7 +9,7 @@ const QColor LevelScalePointer::defaultPointerColor(255, 170, 0, 255);
 const TagTable &LevelScalePointer::tags()
 {
     static const TagTable table = TagTable::of<LevelScalePointer>(&Fader::tags(), {
-        {"PointerColor", &LevelScalePointer::readPointerColor},
+        {"PointerColor", TagTable::color("pointerColor")},
     });
     return table;
 }
@@ -20,15 +20,6 @@ void LevelScalePointer::setPointerColor(const QColor &color)
         return;
     m_pointerColor = color;
     update();
-}
-
-bool LevelScalePointer::readPointerColor(const QDomElement &e)
-{
-    const QColor c = parseColor(e.text());
-    if (!c.isValid())
-        return false;
-    setPointerColor(c);
-    return true;
 }
 
 QPoint LevelScalePointer::tip() const

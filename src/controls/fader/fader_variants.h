@@ -100,8 +100,6 @@ public:
     //! The pointer's tip, on the level, in widget pixels.
     QPoint tip() const;
 
-    virtual bool readPointerColor(const QDomElement &e);
-
 protected:
     void paintEvent(QPaintEvent *event) override;
 

@@ -16,7 +16,7 @@ const TagTable &Image::tags()
 {
     static const TagTable table = TagTable::of<Image>(&BaseWidget::tags(), {
         {"Image", &Image::readImage},
-        {"Stretch", &Image::readStretch},
+        {"Stretch", TagTable::boolean("stretch").ignoringCase()},
     });
     return table;
 }
@@ -71,12 +71,6 @@ void Image::addressValueChanged(int index)
 bool Image::readImage(const QDomElement &e)
 {
     setImage(e.text().trimmed());
-    return true;
-}
-
-bool Image::readStretch(const QDomElement &e)
-{
-    setStretched(isTrueIgnoringCase(e));
     return true;
 }
 
@@ -149,7 +143,7 @@ const TagTable &ParameterImage::tags()
 {
     static const TagTable table = TagTable::of<ParameterImage>(&Image::tags(), {
         {"ImageList", &ParameterImage::readImageList},
-        {"range", &Image::readRange},
+        {"range", &ParameterImage::readRange},
     });
     return table;
 }
@@ -199,10 +193,10 @@ SelectFrame::SelectFrame(IHostCore *hostCore, ParameterManagementRegistry *regis
 const TagTable &SelectFrame::tags()
 {
     static const TagTable table = TagTable::of<SelectFrame>(&Image::tags(), {
-        {"Value", &SelectFrame::readValue},
-        {"FrameColor", &SelectFrame::readFrameColor},
-        {"FrameWidth", &SelectFrame::readFrameWidth},
-        {"range", &Image::readRange},
+        {"Value", TagTable::integer("value")},
+        {"FrameColor", TagTable::color("frameColor")},
+        {"FrameWidth", TagTable::integer("frameWidth", 1)},
+        {"range", &SelectFrame::readRange},
     });
     return table;
 }
@@ -245,35 +239,6 @@ void SelectFrame::setFrameWidth(int width)
         update();
 }
 
-bool SelectFrame::readValue(const QDomElement &e)
-{
-    bool ok = false;
-    const int value = e.text().trimmed().toInt(&ok);
-    if (!ok)
-        return false;
-    setValue(value);
-    return true;
-}
-
-bool SelectFrame::readFrameColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setFrameColor(color);
-    return true;
-}
-
-bool SelectFrame::readFrameWidth(const QDomElement &e)
-{
-    bool ok = false;
-    const int width = e.text().trimmed().toInt(&ok);
-    if (!ok || width <= 0)
-        return false;
-    setFrameWidth(width);
-    return true;
-}
-
 void SelectFrame::paintContent(QPainter &painter)
 {
     Image::paintContent(painter);
@@ -297,7 +262,7 @@ const TagTable &ParameterColor::tags()
 {
     static const TagTable table = TagTable::of<ParameterColor>(&Image::tags(), {
         {"ColorList", &ParameterColor::readColorList},
-        {"range", &Image::readRange},
+        {"range", &ParameterColor::readRange},
     });
     return table;
 }

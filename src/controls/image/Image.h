@@ -42,15 +42,15 @@ public:
     //! Where the current image is drawn; empty when there is none.
     QRect imageRect() const;
 
-    virtual bool readImage(const QDomElement &e);
-    virtual bool readStretch(const QDomElement &e);
     //! "range": the number of steps the parameter's position is read on.
-    bool readRange(const QDomElement &e);
 
 signals:
     void currentImageChanged(const QString &name);
 
 protected:
+    virtual bool readImage(const QDomElement &e);
+    bool readRange(const QDomElement &e);
+
     //! The image to draw now; the base draws "Image".
     virtual QString chooseImage() const { return m_image; }
     //! Re-evaluates what the parameter chooses; repaints what changed. The base re-chooses the image.
@@ -102,9 +102,9 @@ public:
     //! The list entry shown, or -1.
     int currentStep() const { return imageIndex(); }
 
+protected:
     virtual bool readImageList(const QDomElement &e);
 
-protected:
     //! The entry of the list to show, or -1.
     virtual int imageIndex() const;
     QString chooseImage() const override;
@@ -144,10 +144,6 @@ public:
     int frameWidth() const { return m_frameWidth; }
     void setFrameWidth(int width);
 
-    virtual bool readValue(const QDomElement &e);
-    virtual bool readFrameColor(const QDomElement &e);
-    virtual bool readFrameWidth(const QDomElement &e);
-
 signals:
     void selectedChanged(bool selected);
 
@@ -186,12 +182,12 @@ public:
     QList<QColor> colors() const { return m_colors; }
     int colorCount() const { return m_colors.size(); }
 
-    virtual bool readColorList(const QDomElement &e);
-
 signals:
     void currentColorChanged(const QColor &color);
 
 protected:
+    virtual bool readColorList(const QDomElement &e);
+
     void refresh() override;
     void paintContent(QPainter &painter) override;
 

@@ -21,12 +21,12 @@ Indicator::~Indicator() = default;
 const TagTable &Indicator::tags()
 {
     static const TagTable table = TagTable::of<Indicator>(&BaseWidget::tags(), {
-        {"OnColor", &Indicator::readOnColor},
-        {"OffColor", &Indicator::readOffColor},
-        {"OnImage", &Indicator::readOnImage},
-        {"OffImage", &Indicator::readOffImage},
-        {"Text", &Indicator::readText},
-        {"TextColor", &Indicator::readTextColor},
+        {"OnColor", TagTable::color("onColor")},
+        {"OffColor", TagTable::color("offColor")},
+        {"OnImage", TagTable::trimmedText("onImage")},
+        {"OffImage", TagTable::trimmedText("offImage")},
+        {"Text", TagTable::text("text")},
+        {"TextColor", TagTable::color("textColor")},
         {"Shape", &Indicator::readShape},
     });
     return table;
@@ -139,51 +139,6 @@ void Indicator::setRound(bool round)
         return;
     m_round = round;
     update();
-}
-
-bool Indicator::readOnColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setOnColor(color);
-    return true;
-}
-
-bool Indicator::readOffColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setOffColor(color);
-    return true;
-}
-
-bool Indicator::readOnImage(const QDomElement &e)
-{
-    setOnImage(e.text().trimmed());
-    return true;
-}
-
-bool Indicator::readOffImage(const QDomElement &e)
-{
-    setOffImage(e.text().trimmed());
-    return true;
-}
-
-bool Indicator::readText(const QDomElement &e)
-{
-    setText(e.text());
-    return true;
-}
-
-bool Indicator::readTextColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setTextColor(color);
-    return true;
 }
 
 bool Indicator::readShape(const QDomElement &e)

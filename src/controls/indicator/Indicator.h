@@ -63,18 +63,12 @@ public:
     bool isRound() const { return m_round; }
     void setRound(bool round);
 
-    virtual bool readOnColor(const QDomElement &e);
-    virtual bool readOffColor(const QDomElement &e);
-    virtual bool readOnImage(const QDomElement &e);
-    virtual bool readOffImage(const QDomElement &e);
-    virtual bool readText(const QDomElement &e);
-    virtual bool readTextColor(const QDomElement &e);
-    virtual bool readShape(const QDomElement &e);
-
 signals:
     void onChanged(bool on);
 
 protected:
+    virtual bool readShape(const QDomElement &e);
+
     //! Whether the lamp is lit; the base: address 0 is bound and on.
     virtual bool computeOn() const;
     //! Indexes of the lamp's own addresses, selectors left out.

@@ -30,19 +30,10 @@ Meter::~Meter() = default;
 const TagTable &Meter::tags()
 {
     static const TagTable table = TagTable::of<Meter>(&BaseWidget::tags(), {
-        {"Image", &Meter::readImage},
+        {"Image", TagTable::trimmedText("image").refusingEmpty()},
         {"BuiltInBar", &Meter::readBuiltInBar},
     });
     return table;
-}
-
-bool Meter::readImage(const QDomElement &e)
-{
-    const QString name = e.text().trimmed();
-    if (name.isEmpty())
-        return false;
-    setImage(name);
-    return true;
 }
 
 bool Meter::readBuiltInBar(const QDomElement &e)

@@ -55,7 +55,6 @@ public:
     //! Pixels lit by position \a v on a meter \a height pixels high: int(height × v + 0.5).
     static int pixelsOf(double v, int height);
 
-    virtual bool readImage(const QDomElement &e);
     //! "BuiltInBar" "true": without a usable image, draw the built-in bar instead of nothing.
     virtual bool readBuiltInBar(const QDomElement &e);
 

@@ -127,8 +127,8 @@ QGradientStops IndicatorStyleMeter::fallbackStops() const
 const TagTable &BorderMeter::tags()
 {
     static const TagTable table = TagTable::of<BorderMeter>(&Meter::tags(), {
-        {"BorderColor", &BorderMeter::readBorderColor},
-        {"BorderWidth", &BorderMeter::readBorderWidth},
+        {"BorderColor", TagTable::color("borderColor")},
+        {"BorderWidth", TagTable::integer("borderWidth", 0)},
     });
     return table;
 }
@@ -155,25 +155,6 @@ bool BorderMeter::setZoom(float zoom)
     if (!Meter::setZoom(zoom))
         return false;
     m_zoom = zoom;
-    return true;
-}
-
-bool BorderMeter::readBorderColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setBorderColor(color);
-    return true;
-}
-
-bool BorderMeter::readBorderWidth(const QDomElement &e)
-{
-    bool ok = false;
-    const int width = e.text().trimmed().toInt(&ok);
-    if (!ok || width < 0)
-        return false;
-    setBorderWidth(width);
     return true;
 }
 

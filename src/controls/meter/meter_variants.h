@@ -155,9 +155,6 @@ public:
 
     bool setZoom(float zoom) override;
 
-    virtual bool readBorderColor(const QDomElement &e);
-    virtual bool readBorderWidth(const QDomElement &e);
-
 protected:
     void paintMeter(QPainter &painter) override;
 

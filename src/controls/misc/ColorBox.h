@@ -47,13 +47,13 @@ public:
     //! The colour dialog while it is open, or null.
     QColorDialog *dialog() const;
 
-    virtual bool readDefaultColor(const QDomElement &e);
-    virtual bool readFrameColor(const QDomElement &e);
-
 signals:
     void colorChanged(const QColor &color);
 
 protected:
+    virtual bool readDefaultColor(const QDomElement &e);
+    virtual bool readFrameColor(const QDomElement &e);
+
     //! Asks for a colour starting from \a initial: the host's answer, or a dialog that does not block.
     virtual void pickColor(const QColor &initial);
     void refresh() override;

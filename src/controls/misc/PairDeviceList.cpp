@@ -17,9 +17,9 @@ PairDeviceList::PairDeviceList(IHostCore *hostCore, ParameterManagementRegistry 
 const TagTable &PairDeviceList::tags()
 {
     static const TagTable table = TagTable::of<PairDeviceList>(&BaseWidget::tags(), {
-        {"TextColor", &PairDeviceList::readTextColor},
-        {"BackgroundColor", &PairDeviceList::readBackgroundColor},
-        {"SelectedColor", &PairDeviceList::readSelectedColor},
+        {"TextColor", TagTable::color("textColor")},
+        {"BackgroundColor", TagTable::color("backgroundColor")},
+        {"SelectedColor", TagTable::color("selectedColor")},
     });
     return table;
 }
@@ -126,30 +126,6 @@ bool PairDeviceList::assignColor(QColor &member, const QColor &color)
 void PairDeviceList::setTextColor(const QColor &color) { assignColor(m_textColor, color); }
 void PairDeviceList::setBackgroundColor(const QColor &color) { assignColor(m_backgroundColor, color); }
 void PairDeviceList::setSelectedColor(const QColor &color) { assignColor(m_selectedColor, color); }
-
-bool PairDeviceList::readTextColor(const QDomElement &e)
-{
-    const QColor c = parseColor(e.text());
-    if (c.isValid())
-        setTextColor(c);
-    return c.isValid();
-}
-
-bool PairDeviceList::readBackgroundColor(const QDomElement &e)
-{
-    const QColor c = parseColor(e.text());
-    if (c.isValid())
-        setBackgroundColor(c);
-    return c.isValid();
-}
-
-bool PairDeviceList::readSelectedColor(const QDomElement &e)
-{
-    const QColor c = parseColor(e.text());
-    if (c.isValid())
-        setSelectedColor(c);
-    return c.isValid();
-}
 
 void PairDeviceList::mousePressEvent(QMouseEvent *event)
 {

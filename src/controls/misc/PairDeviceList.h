@@ -62,10 +62,6 @@ public:
     QColor selectedColor() const { return m_selectedColor; }
     void setSelectedColor(const QColor &color);
 
-    virtual bool readTextColor(const QDomElement &e);
-    virtual bool readBackgroundColor(const QDomElement &e);
-    virtual bool readSelectedColor(const QDomElement &e);
-
 protected:
     void addressValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;

@@ -12,15 +12,9 @@ const QLatin1String linkPrefix("Link:");
 const TagTable &DelaySubTimeNumberBox::tags()
 {
     static const TagTable table = TagTable::of<DelaySubTimeNumberBox>(&NumberBox::tags(), {
-        {"SpaceDelete", &DelaySubTimeNumberBox::readSpaceDelete},
+        {"SpaceDelete", TagTable::boolean("spaceDelete")},
     });
     return table;
-}
-
-bool DelaySubTimeNumberBox::readSpaceDelete(const QDomElement &e)
-{
-    setSpaceDelete(isTrue(e));
-    return true;
 }
 
 void DelaySubTimeNumberBox::setSpaceDelete(bool on)
@@ -117,16 +111,9 @@ void DelaySubTimeNumberBox::commitText(const QString &text)
 const TagTable &FixedScaleDelaySubTimeNumberBox::tags()
 {
     static const TagTable table = TagTable::of<FixedScaleDelaySubTimeNumberBox>(&DelaySubTimeNumberBox::tags(), {
-        {"FixedScale", &FixedScaleDelaySubTimeNumberBox::readFixedScale},
+        {"FixedScale", TagTable::trimmedText("fixedScale")},
     });
     return table;
-}
-
-bool FixedScaleDelaySubTimeNumberBox::readFixedScale(const QDomElement &e)
-{
-    m_fixedScale = e.text().trimmed();
-    update();
-    return true;
 }
 
 QString FixedScaleDelaySubTimeNumberBox::unit() const

@@ -39,8 +39,6 @@ public:
 
     QString shownText() const override;
 
-    virtual bool readSpaceDelete(const QDomElement &e);
-
 protected:
     int valueIndex() const override;
     QString editorStartText() const override;
@@ -70,7 +68,7 @@ private:
 class FixedScaleDelaySubTimeNumberBox : public DelaySubTimeNumberBox
 {
     Q_OBJECT
-    Q_PROPERTY(QString fixedScale READ fixedScale)
+    Q_PROPERTY(QString fixedScale READ fixedScale WRITE setFixedScale)
 
 public:
     using DelaySubTimeNumberBox::DelaySubTimeNumberBox;
@@ -80,8 +78,8 @@ public:
 
     QString unit() const override;
     QString fixedScale() const { return m_fixedScale; }
+    void setFixedScale(const QString &scale) { updateMember(m_fixedScale, scale); }
 
-    virtual bool readFixedScale(const QDomElement &e);
 
 protected:
     QStringList convertedUnits() const override;

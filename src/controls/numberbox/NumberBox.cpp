@@ -25,9 +25,9 @@ NumberBox::~NumberBox()
 const TagTable &NumberBox::tags()
 {
     static const TagTable table = TagTable::of<NumberBox>(&BaseWidget::tags(), {
-        {"BackgroundColor", &NumberBox::readBackgroundColor},
+        {"BackgroundColor", TagTable::color("backgroundColor")},
         {"TextAlignment", &NumberBox::readTextAlignment},
-        {"EnableHorizontalDrag", &NumberBox::readEnableHorizontalDrag},
+        {"EnableHorizontalDrag", TagTable::boolean("horizontalDrag")},
     });
     return table;
 }
@@ -81,24 +81,9 @@ Qt::Alignment NumberBox::alignmentFromText(const QString &text)
     return alignment;
 }
 
-bool NumberBox::readBackgroundColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setBackgroundColor(color);
-    return true;
-}
-
 bool NumberBox::readTextAlignment(const QDomElement &e)
 {
     setTextAlignment(alignmentFromText(e.text()));
-    return true;
-}
-
-bool NumberBox::readEnableHorizontalDrag(const QDomElement &e)
-{
-    m_horizontalDrag = isTrue(e);
     return true;
 }
 

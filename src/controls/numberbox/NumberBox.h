@@ -84,10 +84,6 @@ public:
     //! Opens the editor, filled with the display text; does nothing while it is open.
     void startEditing();
 
-    virtual bool readBackgroundColor(const QDomElement &e);
-    virtual bool readTextAlignment(const QDomElement &e);
-    virtual bool readEnableHorizontalDrag(const QDomElement &e);
-
     //! "Left", "Right" and "VCenter" found in \a text, case-sensitively, over the default centring.
     static Qt::Alignment alignmentFromText(const QString &text);
 
@@ -96,6 +92,8 @@ signals:
     void editingFinished(bool committed);
 
 protected:
+    virtual bool readTextAlignment(const QDomElement &e);
+
     //! The text the editor opens with.
     virtual QString editorStartText() const;
     //! Sends a committed edit.

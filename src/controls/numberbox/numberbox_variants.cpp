@@ -39,19 +39,6 @@ QString formatLeadingNumber(const QString &text, const char *format)
 
 } // namespace NumberText
 
-namespace {
-
-bool readNumber(const QDomElement &e, double *out)
-{
-    bool ok = false;
-    const double v = e.text().trimmed().toDouble(&ok);
-    if (ok)
-        *out = v;
-    return ok;
-}
-
-} // namespace
-
 // ---------------------------------------------------------------------------
 
 int BandWidthNumberBox::unitIndex() const
@@ -95,36 +82,14 @@ QString TuningZoneMasterDelaySubTimeNumberBox::shownText() const
 const TagTable &TuningZoneMasterNumberBox::tags()
 {
     static const TagTable table = TagTable::of<TuningZoneMasterNumberBox>(&TuningZone::tags(), {
-        {"MasterType", &TuningZoneMasterNumberBox::readMasterType},
-        {"MaxValue", &TuningZoneMasterNumberBox::readMaxValue},
-        {"MinValue", &TuningZoneMasterNumberBox::readMinValue},
-        {"Scale", &TuningZoneMasterNumberBox::readScale},
-        {"Step", &TuningZoneMasterNumberBox::readStep},
-        {"Unit", &TuningZoneMasterNumberBox::readUnit},
+        {"MasterType", TagTable::trimmedText("masterType")},
+        {"MaxValue", TagTable::number("maxValue")},
+        {"MinValue", TagTable::number("minValue")},
+        {"Scale", TagTable::trimmedText("scale")},
+        {"Step", TagTable::number("step")},
+        {"Unit", TagTable::trimmedText("unit")},
     });
     return table;
-}
-
-bool TuningZoneMasterNumberBox::readMasterType(const QDomElement &e)
-{
-    m_masterType = e.text().trimmed();
-    return true;
-}
-
-bool TuningZoneMasterNumberBox::readMaxValue(const QDomElement &e) { return readNumber(e, &m_max); }
-bool TuningZoneMasterNumberBox::readMinValue(const QDomElement &e) { return readNumber(e, &m_min); }
-bool TuningZoneMasterNumberBox::readStep(const QDomElement &e) { return readNumber(e, &m_step); }
-
-bool TuningZoneMasterNumberBox::readScale(const QDomElement &e)
-{
-    m_scale = e.text().trimmed();
-    return true;
-}
-
-bool TuningZoneMasterNumberBox::readUnit(const QDomElement &e)
-{
-    m_unit = e.text().trimmed();
-    return true;
 }
 
 QString TuningZoneMasterNumberBox::shownText() const
@@ -155,7 +120,7 @@ QString TuningZoneMasterNumberBox::shownText() const
 const TagTable &GcNumberBox::tags()
 {
     static const TagTable table = TagTable::of<GcNumberBox>(&NumberBox::tags(), {
-        {"ReadOnly", &GcNumberBox::readReadOnly},
+        {"ReadOnly", TagTable::boolean("readOnly").ignoringCase()},
     });
     return table;
 }
@@ -167,23 +132,17 @@ void GcNumberBox::setReadOnly(bool on)
         endEditing(false);
 }
 
-bool GcNumberBox::readReadOnly(const QDomElement &e)
-{
-    setReadOnly(isTrueIgnoringCase(e));
-    return true;
-}
-
 // ---------------------------------------------------------------------------
 
 const TagTable &BeamNumberBox::tags()
 {
     static const TagTable table = TagTable::of<BeamNumberBox>(&NumberBox::tags(), {
         {"Unit", &BeamNumberBox::readUnit},
-        {"Mode", &BeamNumberBox::readMode},
-        {"Left", &BeamNumberBox::readLeft},
-        {"Right", &BeamNumberBox::readRight},
-        {"Bottom", &BeamNumberBox::readBottom},
-        {"FlrToTalk", &BeamNumberBox::readFlrToTalk},
+        {"Mode", TagTable::trimmedText("mode")},
+        {"Left", TagTable::number("left")},
+        {"Right", TagTable::number("right")},
+        {"Bottom", TagTable::number("bottom")},
+        {"FlrToTalk", TagTable::number("floorToTalker")},
     });
     return table;
 }
@@ -198,18 +157,6 @@ bool BeamNumberBox::readUnit(const QDomElement &e)
     update();
     return true;
 }
-
-bool BeamNumberBox::readMode(const QDomElement &e)
-{
-    m_mode = e.text().trimmed();
-    update();
-    return true;
-}
-
-bool BeamNumberBox::readLeft(const QDomElement &e) { return readNumber(e, &m_left); }
-bool BeamNumberBox::readRight(const QDomElement &e) { return readNumber(e, &m_right); }
-bool BeamNumberBox::readBottom(const QDomElement &e) { return readNumber(e, &m_bottom); }
-bool BeamNumberBox::readFlrToTalk(const QDomElement &e) { return readNumber(e, &m_floorToTalker); }
 
 double BeamNumberBox::value() const
 {

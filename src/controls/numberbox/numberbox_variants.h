@@ -89,12 +89,12 @@ public:
 class TuningZoneMasterNumberBox : public TuningZone<NumberBox>
 {
     Q_OBJECT
-    Q_PROPERTY(QString masterType READ masterType)
-    Q_PROPERTY(double minValue READ minValue)
-    Q_PROPERTY(double maxValue READ maxValue)
-    Q_PROPERTY(QString scale READ scale)
-    Q_PROPERTY(double step READ step)
-    Q_PROPERTY(QString unit READ unit)
+    Q_PROPERTY(QString masterType READ masterType WRITE setMasterType)
+    Q_PROPERTY(double minValue READ minValue WRITE setMinValue)
+    Q_PROPERTY(double maxValue READ maxValue WRITE setMaxValue)
+    Q_PROPERTY(QString scale READ scale WRITE setScale)
+    Q_PROPERTY(double step READ step WRITE setStep)
+    Q_PROPERTY(QString unit READ unit WRITE setUnit)
     CORVANE_TAG_TABLE
 
 public:
@@ -106,14 +106,13 @@ public:
     QString scale() const { return m_scale; }
     double step() const { return m_step; }
     QString unit() const { return m_unit; }
+    void setMasterType(const QString &type) { updateMember(m_masterType, type); }
+    void setMinValue(double value) { updateMember(m_min, value); }
+    void setMaxValue(double value) { updateMember(m_max, value); }
+    void setScale(const QString &scale) { updateMember(m_scale, scale); }
+    void setStep(double step) { updateMember(m_step, step); }
+    void setUnit(const QString &unit) { updateMember(m_unit, unit); }
     QString shownText() const override;
-
-    bool readMasterType(const QDomElement &e);
-    bool readMaxValue(const QDomElement &e);
-    bool readMinValue(const QDomElement &e);
-    bool readScale(const QDomElement &e);
-    bool readStep(const QDomElement &e);
-    bool readUnit(const QDomElement &e);
 
 private:
     QString m_masterType;
@@ -168,7 +167,6 @@ public:
     bool isReadOnly() const { return m_readOnly; }
     void setReadOnly(bool on);
     bool isEditable() const override { return !m_readOnly; }
-    bool readReadOnly(const QDomElement &e);
 
 private:
     bool m_readOnly = false;
@@ -266,11 +264,11 @@ class BeamNumberBox : public NumberBox
 {
     Q_OBJECT
     Q_PROPERTY(QString unit READ unit)
-    Q_PROPERTY(QString mode READ mode)
-    Q_PROPERTY(double left READ leftEdge)
-    Q_PROPERTY(double right READ rightEdge)
-    Q_PROPERTY(double bottom READ bottomEdge)
-    Q_PROPERTY(double floorToTalker READ floorToTalker)
+    Q_PROPERTY(QString mode READ mode WRITE setMode)
+    Q_PROPERTY(double left READ leftEdge WRITE setLeftEdge)
+    Q_PROPERTY(double right READ rightEdge WRITE setRightEdge)
+    Q_PROPERTY(double bottom READ bottomEdge WRITE setBottomEdge)
+    Q_PROPERTY(double floorToTalker READ floorToTalker WRITE setFloorToTalker)
     Q_PROPERTY(double value READ value)
     CORVANE_TAG_TABLE
 
@@ -283,16 +281,18 @@ public:
     double rightEdge() const { return m_right; }
     double bottomEdge() const { return m_bottom; }
     double floorToTalker() const { return m_floorToTalker; }
+    void setMode(const QString &mode) { updateMember(m_mode, mode); }
+    void setLeftEdge(double v) { updateMember(m_left, v); }
+    void setRightEdge(double v) { updateMember(m_right, v); }
+    void setBottomEdge(double v) { updateMember(m_bottom, v); }
+    void setFloorToTalker(double v) { updateMember(m_floorToTalker, v); }
     //! The distance in the unit shown.
     double value() const;
     QString shownText() const override;
 
+
+protected:
     bool readUnit(const QDomElement &e);
-    bool readMode(const QDomElement &e);
-    bool readLeft(const QDomElement &e);
-    bool readRight(const QDomElement &e);
-    bool readBottom(const QDomElement &e);
-    bool readFlrToTalk(const QDomElement &e);
 
 protected:
     QString editorStartText() const override;

@@ -21,8 +21,8 @@ const TagTable &GraphScale::tags()
 {
     static const TagTable table = TagTable::of<GraphScale>(&BaseWidget::tags(), {
         {"Marks", &GraphScale::readMarks},
-        {"Color", &GraphScale::readColor},
-        {"BackgroundColor", &GraphScale::readBackgroundColor},
+        {"Color", TagTable::color("color")},
+        {"BackgroundColor", TagTable::color("backgroundColor")},
         {"Align", &GraphScale::readAlign},
     });
     return table;
@@ -131,24 +131,6 @@ bool GraphScale::readMarks(const QDomElement &e)
         marks << v;
     }
     setMarks(marks);
-    return true;
-}
-
-bool GraphScale::readColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setColor(color);
-    return true;
-}
-
-bool GraphScale::readBackgroundColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setBackgroundColor(color);
     return true;
 }
 

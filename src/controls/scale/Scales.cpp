@@ -14,11 +14,11 @@ MeterScale::MeterScale(IHostCore *hostCore, ParameterManagementRegistry *registr
 const TagTable &MeterScale::tags()
 {
     static const TagTable table = TagTable::of<MeterScale>(&BaseWidget::tags(), {
-        {"Top", &MeterScale::readTop},
-        {"Bottom", &MeterScale::readBottom},
+        {"Top", TagTable::number("top")},
+        {"Bottom", TagTable::number("bottom")},
         {"Marks", &MeterScale::readMarks},
         {"Side", &MeterScale::readSide},
-        {"Color", &MeterScale::readColor},
+        {"Color", TagTable::color("color")},
     });
     return table;
 }
@@ -89,35 +89,6 @@ QString MeterScale::label(double value) const
     return QString::number(value);
 }
 
-namespace {
-
-bool readNumber(const QDomElement &e, double *value)
-{
-    bool ok = false;
-    *value = e.text().trimmed().toDouble(&ok);
-    return ok && std::isfinite(*value);
-}
-
-} // namespace
-
-bool MeterScale::readTop(const QDomElement &e)
-{
-    double v;
-    if (!readNumber(e, &v))
-        return false;
-    setTop(v);
-    return true;
-}
-
-bool MeterScale::readBottom(const QDomElement &e)
-{
-    double v;
-    if (!readNumber(e, &v))
-        return false;
-    setBottom(v);
-    return true;
-}
-
 bool MeterScale::readMarks(const QDomElement &e)
 {
     QList<double> marks;
@@ -139,15 +110,6 @@ bool MeterScale::readSide(const QDomElement &e)
     if (side != QLatin1String("left") && side != QLatin1String("right"))
         return false;
     setTicksOnLeft(side == QLatin1String("left"));
-    return true;
-}
-
-bool MeterScale::readColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setColor(color);
     return true;
 }
 

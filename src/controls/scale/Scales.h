@@ -64,12 +64,10 @@ public:
     //! Where the label of \a value is drawn; empty when it falls outside the strip.
     QRect labelRect(double value) const;
 
+protected:
     virtual bool readMarks(const QDomElement &e);
-    virtual bool readColor(const QDomElement &e);
-    virtual bool readBackgroundColor(const QDomElement &e);
     virtual bool readAlign(const QDomElement &e);
 
-protected:
     /*
         The level rule of the vertical scales: \a perLine units between
         neighbouring level lines (13.5 design pixels), 0 on the mid line at
@@ -131,13 +129,10 @@ public:
     //! The label of \a value.
     virtual QString label(double value) const;
 
-    virtual bool readTop(const QDomElement &e);
-    virtual bool readBottom(const QDomElement &e);
+protected:
     virtual bool readMarks(const QDomElement &e);
     virtual bool readSide(const QDomElement &e);
-    virtual bool readColor(const QDomElement &e);
 
-protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:

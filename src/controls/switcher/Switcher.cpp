@@ -25,10 +25,10 @@ const TagTable &Switcher::tags()
     static const TagTable table = TagTable::of<Switcher>(&BaseWidget::tags(), {
         {"Items", &Switcher::readItems},
         {"Orientation", &Switcher::readOrientation},
-        {"TextColor", &Switcher::readTextColor},
-        {"BackgroundColor", &Switcher::readBackgroundColor},
-        {"SelectedColor", &Switcher::readSelectedColor},
-        {"SelectedTextColor", &Switcher::readSelectedTextColor},
+        {"TextColor", TagTable::color("textColor")},
+        {"BackgroundColor", TagTable::color("backgroundColor")},
+        {"SelectedColor", TagTable::color("selectedColor")},
+        {"SelectedTextColor", TagTable::color("selectedTextColor")},
     });
     return table;
 }
@@ -107,19 +107,10 @@ QString Switcher::orientationText() const
     return m_orientation == Qt::Vertical ? QStringLiteral("Vertical") : QStringLiteral("Horizontal");
 }
 
-bool Switcher::setColor(QColor &member, const QColor &color)
-{
-    if (member == color)
-        return false;
-    member = color;
-    update();
-    return true;
-}
-
-void Switcher::setTextColor(const QColor &color) { setColor(m_textColor, color); }
-void Switcher::setBackgroundColor(const QColor &color) { setColor(m_backgroundColor, color); }
-void Switcher::setSelectedColor(const QColor &color) { setColor(m_selectedColor, color); }
-void Switcher::setSelectedTextColor(const QColor &color) { setColor(m_selectedTextColor, color); }
+void Switcher::setTextColor(const QColor &color) { updateMember(m_textColor, color); }
+void Switcher::setBackgroundColor(const QColor &color) { updateMember(m_backgroundColor, color); }
+void Switcher::setSelectedColor(const QColor &color) { updateMember(m_selectedColor, color); }
+void Switcher::setSelectedTextColor(const QColor &color) { updateMember(m_selectedTextColor, color); }
 
 bool Switcher::readItems(const QDomElement &e)
 {
@@ -138,23 +129,6 @@ bool Switcher::readOrientation(const QDomElement &e)
         return false;
     return true;
 }
-
-#define CORVANE_SWITCHER_COLOR_READER(name, setter) \
-    bool Switcher::name(const QDomElement &e) \
-    { \
-        const QColor color = parseColor(e.text()); \
-        if (!color.isValid()) \
-            return false; \
-        setter(color); \
-        return true; \
-    }
-
-CORVANE_SWITCHER_COLOR_READER(readTextColor, setTextColor)
-CORVANE_SWITCHER_COLOR_READER(readBackgroundColor, setBackgroundColor)
-CORVANE_SWITCHER_COLOR_READER(readSelectedColor, setSelectedColor)
-CORVANE_SWITCHER_COLOR_READER(readSelectedTextColor, setSelectedTextColor)
-
-#undef CORVANE_SWITCHER_COLOR_READER
 
 QRect Switcher::segmentRect(int index) const
 {

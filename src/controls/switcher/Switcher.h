@@ -78,17 +78,13 @@ public:
     //! Sends segment \a index's value; false when nothing was sent.
     bool choose(int index);
 
-    virtual bool readItems(const QDomElement &e);
-    virtual bool readOrientation(const QDomElement &e);
-    virtual bool readTextColor(const QDomElement &e);
-    virtual bool readBackgroundColor(const QDomElement &e);
-    virtual bool readSelectedColor(const QDomElement &e);
-    virtual bool readSelectedTextColor(const QDomElement &e);
-
 signals:
     void currentIndexChanged(int index);
 
 protected:
+    virtual bool readItems(const QDomElement &e);
+    virtual bool readOrientation(const QDomElement &e);
+
     //! The segment the parameter's value lights, or -1.
     virtual int indexOfCurrent() const;
     void refresh();
@@ -100,8 +96,6 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
 
 private:
-    bool setColor(QColor &member, const QColor &color);
-
     QVector<Item> m_items;
     int m_currentIndex = -1;
     Qt::Orientation m_orientation = Qt::Horizontal;

@@ -161,19 +161,9 @@ HexTextBox::~HexTextBox()
 const TagTable &HexTextBox::tags()
 {
     static const TagTable table = TagTable::of<HexTextBox>(&ParameterText::tags(), {
-        {"MaxLength", &HexTextBox::readMaxLength},
+        {"MaxLength", TagTable::integer("maxLength", 0)},
     });
     return table;
-}
-
-bool HexTextBox::readMaxLength(const QDomElement &e)
-{
-    bool ok = false;
-    const int n = e.text().trimmed().toInt(&ok);
-    if (!ok || n < 0)
-        return false;
-    setMaxLength(n);
-    return true;
 }
 
 QString HexTextBox::toHex(const QByteArray &bytes)

@@ -73,7 +73,6 @@ public:
     static QString toHex(const QByteArray &bytes);
     static QByteArray fromHex(const QString &text);
 
-    bool readMaxLength(const QDomElement &e);
     void commit();
 
 public slots:

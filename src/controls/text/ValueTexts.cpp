@@ -14,7 +14,7 @@ AbstractValueText::AbstractValueText(IHostCore *hostCore, ParameterManagementReg
 const TagTable &AbstractValueText::tags()
 {
     static const TagTable table = TagTable::of<AbstractValueText>(&BaseWidget::tags(), {
-        {"TextColor", &AbstractValueText::readTextColor},
+        {"TextColor", TagTable::color("textColor")},
         {"BackgroundColor", &AbstractValueText::readBackgroundColor},
         {"TextAlignment", &AbstractValueText::readTextAlignment},
     });
@@ -43,15 +43,6 @@ void AbstractValueText::setTextAlignment(Qt::Alignment alignment)
         return;
     m_alignment = alignment;
     update();
-}
-
-bool AbstractValueText::readTextColor(const QDomElement &e)
-{
-    const QColor c = parseColor(e.text());
-    if (!c.isValid())
-        return false;
-    setTextColor(c);
-    return true;
 }
 
 bool AbstractValueText::readBackgroundColor(const QDomElement &e)
@@ -96,7 +87,7 @@ const TagTable &ValueText::tags()
     static const TagTable table = TagTable::of<ValueText>(&AbstractValueText::tags(), {
         {"ValueTextList", &ValueText::readValueTextList},
         {"ValueText", &ValueText::readValueText},
-        {"unit", &ValueText::readUnit},
+        {"unit", TagTable::text("unit")},
     });
     return table;
 }
@@ -117,13 +108,6 @@ bool ValueText::readValueText(const QDomElement &e)
     if (!e.hasAttribute(QStringLiteral("value")))
         return false;
     m_texts.insert(e.attribute(QStringLiteral("value")), e.text());
-    update();
-    return true;
-}
-
-bool ValueText::readUnit(const QDomElement &e)
-{
-    m_unit = e.text();
     update();
     return true;
 }
@@ -158,7 +142,7 @@ const TagTable &ParameterText::tags()
 {
     static const TagTable table = TagTable::of<ParameterText>(&AbstractValueText::tags(), {
         {"ReadOnly", &ParameterText::readReadOnly},
-        {"IntroText", &ParameterText::readIntroText},
+        {"IntroText", TagTable::text("introText")},
         {"ValueTextItems", &ParameterText::readValueTextItems},
     });
     return table;
@@ -176,13 +160,6 @@ void ParameterText::setReadOnly(bool on)
 bool ParameterText::readReadOnly(const QDomElement &e)
 {
     setReadOnly(e.text().trimmed().toLower() != QLatin1String("false"));
-    return true;
-}
-
-bool ParameterText::readIntroText(const QDomElement &e)
-{
-    m_introText = e.text();
-    update();
     return true;
 }
 
@@ -283,12 +260,12 @@ Text::Text(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *
 const TagTable &Text::tags()
 {
     static const TagTable table = TagTable::of<Text>(&BaseWidget::tags(), {
-        {"Text", &Text::readText},
-        {"PadLeft", &Text::readPadLeft},
+        {"Text", TagTable::text("text")},
+        {"PadLeft", TagTable::integer("padLeft")},
         {"TextDirection", &Text::readTextDirection},
         {"TextAlignment", &Text::readTextAlignment},
-        {"TextColor", &Text::readTextColor},
-        {"BackgroundColor", &Text::readBackgroundColor},
+        {"TextColor", TagTable::color("textColor")},
+        {"BackgroundColor", TagTable::color("backgroundColor")},
     });
     return table;
 }
@@ -324,23 +301,6 @@ void Text::setTextColor(const QColor &color)
     update();
 }
 
-bool Text::readText(const QDomElement &e)
-{
-    setText(e.text());
-    return true;
-}
-
-bool Text::readPadLeft(const QDomElement &e)
-{
-    bool ok = false;
-    const int pad = e.text().trimmed().toInt(&ok);
-    if (!ok)
-        return false;
-    m_padLeft = pad;
-    update();
-    return true;
-}
-
 bool Text::readTextDirection(const QDomElement &e)
 {
     const QString d = e.text().trimmed();
@@ -354,25 +314,6 @@ bool Text::readTextDirection(const QDomElement &e)
 bool Text::readTextAlignment(const QDomElement &e)
 {
     m_alignment = alignmentFromWords(e.text());
-    update();
-    return true;
-}
-
-bool Text::readTextColor(const QDomElement &e)
-{
-    const QColor c = parseColor(e.text());
-    if (!c.isValid())
-        return false;
-    setTextColor(c);
-    return true;
-}
-
-bool Text::readBackgroundColor(const QDomElement &e)
-{
-    const QColor c = parseColor(e.text());
-    if (!c.isValid())
-        return false;
-    m_backgroundColor = c;
     update();
     return true;
 }

@@ -39,11 +39,10 @@ public:
     //! The text drawn: the display text of the first address by default.
     virtual QString shownText() const;
 
-    virtual bool readTextColor(const QDomElement &e);
+protected:
     virtual bool readBackgroundColor(const QDomElement &e);
     virtual bool readTextAlignment(const QDomElement &e);
 
-protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
@@ -65,7 +64,7 @@ class ValueText : public AbstractValueText
 {
     Q_OBJECT
     Q_PROPERTY(QStringList valueTextList READ valueTextList)
-    Q_PROPERTY(QString unit READ unit)
+    Q_PROPERTY(QString unit READ unit WRITE setUnit)
 
 public:
     ValueText(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
@@ -75,11 +74,12 @@ public:
 
     QStringList valueTextList() const { return m_list; }
     QString unit() const { return m_unit; }
+    void setUnit(const QString &unit) { updateMember(m_unit, unit); }
     QString shownText() const override;
 
+protected:
     virtual bool readValueTextList(const QDomElement &e);
     virtual bool readValueText(const QDomElement &e);
-    virtual bool readUnit(const QDomElement &e);
 
 private:
     QStringList m_list;
@@ -100,7 +100,7 @@ class ParameterText : public AbstractValueText, public EditorOwner
 {
     Q_OBJECT
     Q_PROPERTY(bool readOnly READ isReadOnly WRITE setReadOnly)
-    Q_PROPERTY(QString introText READ introText)
+    Q_PROPERTY(QString introText READ introText WRITE setIntroText)
     Q_PROPERTY(bool editing READ isEditing)
     Q_PROPERTY(QString editorText READ editorText)
 
@@ -114,6 +114,7 @@ public:
     bool isReadOnly() const { return m_readOnly; }
     void setReadOnly(bool on);
     QString introText() const { return m_introText; }
+    void setIntroText(const QString &text) { updateMember(m_introText, text); }
     QString shownText() const override;
     LineEdit *editor() const { return m_editor; }
     bool isEditing() const { return m_editor && m_editor->isVisible(); }
@@ -123,14 +124,13 @@ public:
     void endEditing(bool commit) override;
     void editorKeyPressed(QKeyEvent *event) override;
 
-    virtual bool readReadOnly(const QDomElement &e);
-    virtual bool readIntroText(const QDomElement &e);
-    virtual bool readValueTextItems(const QDomElement &e);
-
 signals:
     void editingFinished(bool committed);
 
 protected:
+    virtual bool readReadOnly(const QDomElement &e);
+    virtual bool readValueTextItems(const QDomElement &e);
+
     //! Gives a new editor its validator.
     virtual void prepareEditor(LineEdit *editor) { Q_UNUSED(editor) }
     //! Whether the editor takes numbers only (the input method is closed).
@@ -162,11 +162,11 @@ class Text : public BaseWidget
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ text WRITE setText)
-    Q_PROPERTY(int padLeft READ padLeft)
+    Q_PROPERTY(int padLeft READ padLeft WRITE setPadLeft)
     Q_PROPERTY(QString textDirection READ textDirection)
     Q_PROPERTY(Qt::Alignment textAlignment READ textAlignment)
     Q_PROPERTY(QColor textColor READ textColor WRITE setTextColor)
-    Q_PROPERTY(QColor backgroundColor READ backgroundColor)
+    Q_PROPERTY(QColor backgroundColor READ backgroundColor WRITE setBackgroundColor)
     Q_PROPERTY(QString shownText READ shownText)
 
 public:
@@ -178,24 +178,22 @@ public:
     QString text() const { return m_text; }
     void setText(const QString &text);
     int padLeft() const { return m_padLeft; }
+    void setPadLeft(int pixels) { updateMember(m_padLeft, pixels); }
     QString textDirection() const { return m_direction; }
     Qt::Alignment textAlignment() const { return m_alignment; }
     QColor textColor() const { return m_textColor; }
     void setTextColor(const QColor &color);
     QColor backgroundColor() const { return m_backgroundColor; }
+    void setBackgroundColor(const QColor &color) { updateMember(m_backgroundColor, color); }
     virtual QString shownText() const;
 
     //! The alignment words of a text, over left and vertically centred.
     static Qt::Alignment alignmentFromWords(const QString &text);
 
-    virtual bool readText(const QDomElement &e);
-    virtual bool readPadLeft(const QDomElement &e);
+protected:
     virtual bool readTextDirection(const QDomElement &e);
     virtual bool readTextAlignment(const QDomElement &e);
-    virtual bool readTextColor(const QDomElement &e);
-    virtual bool readBackgroundColor(const QDomElement &e);
 
-protected:
     //! The area the text is drawn in.
     virtual QRect textRect() const;
     void paintEvent(QPaintEvent *event) override;

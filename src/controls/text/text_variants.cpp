@@ -9,16 +9,9 @@
 const TagTable &TitleText::tags()
 {
     static const TagTable table = TagTable::of<TitleText>(&Text::tags(), {
-        {"WithButton", &TitleText::readWithButton},
+        {"WithButton", TagTable::boolean("withButton")},
     });
     return table;
-}
-
-bool TitleText::readWithButton(const QDomElement &e)
-{
-    m_withButton = isTrue(e);
-    update();
-    return true;
 }
 
 QRect TitleText::buttonRect() const

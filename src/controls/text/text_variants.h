@@ -45,15 +45,15 @@ public:
 class TitleText : public Text
 {
     Q_OBJECT
-    Q_PROPERTY(bool withButton READ withButton)
+    Q_PROPERTY(bool withButton READ withButton WRITE setWithButton)
     CORVANE_TAG_TABLE
 
 public:
     using Text::Text;
     bool withButton() const { return m_withButton; }
+    void setWithButton(bool on) { updateMember(m_withButton, on); }
     //! Where the button is drawn; empty without one.
     QRect buttonRect() const;
-    bool readWithButton(const QDomElement &e);
 
 signals:
     void buttonClicked();
@@ -233,9 +233,10 @@ public:
     //! The pattern of the current type; empty for type 0.
     QString validatorPattern() const;
     static int typeOf(const QString &inputType);
-    bool readInputType(const QDomElement &e);
 
 protected:
+    bool readInputType(const QDomElement &e);
+
     void prepareEditor(LineEdit *editor) override;
     bool numericInput() const override { return m_type == 1 || m_type == 2; }
 

@@ -16,8 +16,8 @@ BeamArea::BeamArea(IHostCore *hostCore, ParameterManagementRegistry *registry, Q
 const TagTable &BeamArea::tags()
 {
     static const TagTable table = TagTable::of<BeamArea>(&PadArea::tags(), {
-        {"Angle", &BeamArea::readAngle},
-        {"BeamColor", &BeamArea::readBeamColor},
+        {"Angle", TagTable::number("angle")},
+        {"BeamColor", TagTable::color("beamColor")},
     });
     return table;
 }
@@ -26,31 +26,12 @@ void BeamArea::setAngle(double degrees)
 {
     if (!std::isfinite(degrees))
         return;
-    assign(m_angle, qBound(0.0, degrees, 360.0));
+    updateMember(m_angle, qBound(0.0, degrees, 360.0));
 }
 
 void BeamArea::setBeamColor(const QColor &color)
 {
-    assign(m_beamColor, color);
-}
-
-bool BeamArea::readAngle(const QDomElement &e)
-{
-    bool ok = false;
-    const double v = e.text().trimmed().toDouble(&ok);
-    if (!ok || !std::isfinite(v))
-        return false;
-    setAngle(v);
-    return true;
-}
-
-bool BeamArea::readBeamColor(const QDomElement &e)
-{
-    const QColor color = parseColor(e.text());
-    if (!color.isValid())
-        return false;
-    setBeamColor(color);
-    return true;
+    updateMember(m_beamColor, color);
 }
 
 void BeamArea::paintField(QPainter &painter)

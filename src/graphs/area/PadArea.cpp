@@ -28,12 +28,12 @@ const TagTable &PadArea::tags()
 
 void PadArea::setHandleColor(const QColor &color)
 {
-    assign(m_handleColor, color);
+    updateMember(m_handleColor, color);
 }
 
 void PadArea::setBackgroundColor(const QColor &color)
 {
-    assign(m_backgroundColor, color);
+    updateMember(m_backgroundColor, color);
 }
 
 bool PadArea::readHandleColor(const QDomElement &e)
@@ -89,7 +89,7 @@ void PadArea::addressValueChanged(int index)
         p.setX(qBound(0.0, v, 1.0));
     else
         p.setY(qBound(0.0, v, 1.0));
-    assign(m_position, p);
+    updateMember(m_position, p);
 }
 
 QPointF PadArea::pinned(const QPointF &target, bool shift)

@@ -46,20 +46,9 @@ public:
     //! The positions (0 to 1, vertical upward) of pixel \a pos, clamped.
     QPointF positionAt(const QPointF &pos) const;
 
+protected:
     virtual bool readHandleColor(const QDomElement &e);
     virtual bool readBackgroundColor(const QDomElement &e);
-
-protected:
-    //! Repaints and returns true when a colour or angle \a member changed.
-    template <class T>
-    bool assign(T &member, const T &value)
-    {
-        if (member == value)
-            return false;
-        member = value;
-        update();
-        return true;
-    }
     //! Draws what lies between the background and the handle.
     virtual void paintField(QPainter &painter) { Q_UNUSED(painter) }
 

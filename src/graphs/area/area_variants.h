@@ -49,9 +49,6 @@ public:
     //! Where the beam starts: the middle of the bottom edge.
     QPointF beamOrigin() const { return QPointF((width() - 1) / 2.0, height() - 1); }
 
-    virtual bool readAngle(const QDomElement &e);
-    virtual bool readBeamColor(const QDomElement &e);
-
 protected:
     void paintField(QPainter &painter) override;
 

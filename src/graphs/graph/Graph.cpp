@@ -10,18 +10,9 @@ Graph::Graph(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget
 const TagTable &Graph::tags()
 {
     static const TagTable table = TagTable::of<Graph>(&BaseWidget::tags(), {
-        {"LineColor", &Graph::readLineColor},
+        {"LineColor", TagTable::color("LineColor")},
     });
     return table;
-}
-
-bool Graph::readLineColor(const QDomElement &e)
-{
-    const QColor c = parseColor(e.text());
-    if (!c.isValid())
-        return false;
-    setLineColor(c);
-    return true;
 }
 
 void Graph::setLineColor(const QColor &color)

@@ -36,8 +36,6 @@ public:
     //! Takes a new curve text; false when it was rejected.
     bool setCurveText(const QString &text);
 
-    virtual bool readLineColor(const QDomElement &e);
-
 protected:
     //! The pixel points of \a curve at the current size.
     virtual QPolygon scaled(const GraphCurves::FloatCurve &curve) const;

@@ -186,19 +186,9 @@ void TuningZoneGraphControlPoint::mouseReleaseEvent(QMouseEvent *event)
 const TagTable &Halo3DGraph::tags()
 {
     static const TagTable table = TagTable::of<Halo3DGraph>(&Graph::tags(), {
-        {"Depth", &Halo3DGraph::readDepth},
+        {"Depth", TagTable::integer("depth", 0, maxDepth)},
     });
     return table;
-}
-
-bool Halo3DGraph::readDepth(const QDomElement &e)
-{
-    bool ok = false;
-    const int depth = e.text().trimmed().toInt(&ok);
-    if (!ok || depth < 0 || depth > maxDepth)
-        return false;
-    setDepth(depth);
-    return true;
 }
 
 void Halo3DGraph::setDepth(int depth)

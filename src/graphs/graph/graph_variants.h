@@ -69,8 +69,6 @@ public:
     //! Where layer \a i's plot area sits, of \a count layers.
     QRect layerRect(int i, int count) const;
 
-    virtual bool readDepth(const QDomElement &e);
-
 protected:
     void addressValueChanged(int index) override;
     void resizeEvent(QResizeEvent *event) override;

@@ -26,16 +26,16 @@ const TagTable &MatrixGrid::tags()
         {"Rows", &MatrixGrid::readRows},
         {"Columns", &MatrixGrid::readColumns},
         {"CellSize", &MatrixGrid::readCellSize},
-        {"HeaderSize", &MatrixGrid::readHeaderSize},
+        {"HeaderSize", TagTable::integer("headerSize", 0)},
         {"RowLabels", &MatrixGrid::readRowLabels},
         {"ColumnLabels", &MatrixGrid::readColumnLabels},
         {"AddressForm", &MatrixGrid::readAddressForm},
         {"XOffset", &MatrixGrid::readXOffset},
         {"YOffset", &MatrixGrid::readYOffset},
-        {"OnColor", &MatrixGrid::readOnColor},
-        {"OffColor", &MatrixGrid::readOffColor},
-        {"GridColor", &MatrixGrid::readGridColor},
-        {"TextColor", &MatrixGrid::readTextColor},
+        {"OnColor", TagTable::color("onColor")},
+        {"OffColor", TagTable::color("offColor")},
+        {"GridColor", TagTable::color("gridColor")},
+        {"TextColor", TagTable::color("textColor")},
     });
     return table;
 }
@@ -198,15 +198,6 @@ bool MatrixGrid::readCellSize(const QDomElement &e)
     return true;
 }
 
-bool MatrixGrid::readHeaderSize(const QDomElement &e)
-{
-    int v = 0;
-    if (!readPositiveInt(e, 0, &v))
-        return false;
-    setHeaderSize(v);
-    return true;
-}
-
 bool MatrixGrid::readRowLabels(const QDomElement &e)
 {
     setRowLabels(splitLabels(e.text()));
@@ -247,42 +238,6 @@ bool MatrixGrid::readYOffset(const QDomElement &e)
     if (!ok || m_cellsBound)
         return false;
     m_yOffset = v;
-    return true;
-}
-
-bool MatrixGrid::readOnColor(const QDomElement &e)
-{
-    const QColor c = parseColor(e.text());
-    if (!c.isValid())
-        return false;
-    setOnColor(c);
-    return true;
-}
-
-bool MatrixGrid::readOffColor(const QDomElement &e)
-{
-    const QColor c = parseColor(e.text());
-    if (!c.isValid())
-        return false;
-    setOffColor(c);
-    return true;
-}
-
-bool MatrixGrid::readGridColor(const QDomElement &e)
-{
-    const QColor c = parseColor(e.text());
-    if (!c.isValid())
-        return false;
-    setGridColor(c);
-    return true;
-}
-
-bool MatrixGrid::readTextColor(const QDomElement &e)
-{
-    const QColor c = parseColor(e.text());
-    if (!c.isValid())
-        return false;
-    setTextColor(c);
     return true;
 }
 

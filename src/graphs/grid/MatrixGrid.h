@@ -119,21 +119,16 @@ public:
     //! Binds one address per cell from the "AddressForm"; false without a form or when already bound.
     bool bindCells();
 
+protected:
     virtual bool readRows(const QDomElement &e);
     virtual bool readColumns(const QDomElement &e);
     virtual bool readCellSize(const QDomElement &e);
-    virtual bool readHeaderSize(const QDomElement &e);
     virtual bool readRowLabels(const QDomElement &e);
     virtual bool readColumnLabels(const QDomElement &e);
     virtual bool readAddressForm(const QDomElement &e);
     virtual bool readXOffset(const QDomElement &e);
     virtual bool readYOffset(const QDomElement &e);
-    virtual bool readOnColor(const QDomElement &e);
-    virtual bool readOffColor(const QDomElement &e);
-    virtual bool readGridColor(const QDomElement &e);
-    virtual bool readTextColor(const QDomElement &e);
 
-protected:
     //! The address keys of one cell: the form with {x} and {y} replaced.
     virtual QVariantMap cellKeys(int row, int column) const;
     //! What a click (or Space) on a cell does; the default toggles it.
