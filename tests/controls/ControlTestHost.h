@@ -5,6 +5,9 @@
 #include <corvane/IWidgetCore.h>
 #include <corvane/ParameterManagement.h>
 
+#include "core/BaseWidget.h"
+#include "plugin/WidgetFactory.h"
+
 #include "support/RecordingHost.h"
 
 #include <QApplication>
@@ -33,13 +36,40 @@ public:
     }
     bool parameterExists(const QVariantMap &) override { return true; }
 
-    //! Builds \a type from the children of a <Widget> element written as \a xml, shown in a window.
+    //! Builds \a W from the children of a <Widget> element written as \a xml, shown in a window.
     template <class W>
     W *make(const QString &xml)
     {
+        newWindow();
+        auto *w = new W(this, &registry, window.get());
+        show(w, xml);
+        return w;
+    }
+
+    //! Builds the control the factory makes for the type name \a type, as a panel does; null when
+    //! the factory knows no such type or it is no \a W.
+    template <class W = BaseWidget>
+    W *make(const QString &type, const QString &xml)
+    {
+        newWindow();
+        WidgetFactory factory;
+        auto *w = dynamic_cast<W *>(factory.create(type, window.get(), this, &registry));
+        if (w)
+            show(w, xml);
+        return w;
+    }
+
+    ParameterManagementRegistry registry;
+    std::unique_ptr<QWidget> window;
+
+private:
+    void newWindow()
+    {
         window.reset(new QWidget);
         window->resize(400, 300);
-        auto *w = new W(this, &registry, window.get());
+    }
+    void show(BaseWidget *w, const QString &xml)
+    {
         QDomDocument doc;
         doc.setContent(QStringLiteral("<Widget>%1</Widget>").arg(xml));
         w->configure(doc.documentElement());
@@ -48,11 +78,7 @@ public:
         QApplication::setActiveWindow(window.get());
         if (!QTest::qWaitForWindowActive(window.get()))
             qWarning("test window did not become active");
-        return w;
     }
-
-    ParameterManagementRegistry registry;
-    std::unique_ptr<QWidget> window;
 };
 
 namespace Input {

@@ -4,11 +4,15 @@
 
 #include <QSignalSpy>
 #include <QtTest>
+#include "support/Render.h"
 
 using Input::key;
 using Input::mouse;
 
 namespace {
+
+// With the widget's own background, on black.
+const RenderOptions withBackground{Qt::black, QWidget::DrawWindowBackground | QWidget::DrawChildren};
 
 QRect inkBounds(const QImage &image, const QColor &ink)
 {
@@ -20,14 +24,6 @@ QRect inkBounds(const QImage &image, const QColor &ink)
         }
     }
     return bounds;
-}
-
-QImage rendered(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32);
-    image.fill(Qt::black);
-    w->render(&image);
-    return image;
 }
 
 } // namespace
@@ -119,7 +115,7 @@ void tst_Texts::parameterText()
                                                       "<TextColor>255,0,0</TextColor>") + xml);
     t->resize(120, 24);
     QCOMPARE(t->shownText(), shown);
-    QVERIFY(inkBounds(rendered(t), QColor(255, 0, 0)).isValid());
+    QVERIFY(inkBounds(render(t, withBackground), QColor(255, 0, 0)).isValid());
 
     t->setFocus();
     key(t, Qt::Key_Return);
@@ -172,7 +168,7 @@ void tst_Texts::textLayout()
                                              "<FontSize>12</FontSize>") + xml);
     QCOMPARE(t->shownText(), QStringLiteral("Output"));
     QCOMPARE(int(t->textAlignment()), alignment);
-    const QRect ink = inkBounds(rendered(t), QColor(0, 255, 0));
+    const QRect ink = inkBounds(render(t, withBackground), QColor(0, 255, 0));
     QVERIFY(ink.isValid());
     if (where == QLatin1String("left")) {
         QVERIFY(ink.left() < 10);
@@ -200,7 +196,7 @@ void tst_Texts::titleButton()
     mouse(t, QEvent::MouseButtonPress, t->buttonRect().center());
     QCOMPARE(clicked.count(), 1);
     // The button is drawn in the text colour.
-    const QImage image = rendered(t);
+    const QImage image = render(t, withBackground);
     QVERIFY(inkBounds(image, t->textColor()).intersects(t->buttonRect()));
 }
 

@@ -1,6 +1,6 @@
 #include "core/BaseWidget.h"
 #include "support/InChildProcess.h"
-#include "support/PaintCounter.h"
+#include "support/PaintRecorder.h"
 #include "support/RecordingHost.h"
 
 #include <QAction>
@@ -742,7 +742,7 @@ void tst_BaseWidget::repaintOnMatch()
     w.configure(element("<Widget><Rect x='0' y='0' width='20' height='20'/><Address prmAddr='A'/></Widget>"));
     w.show();
     QVERIFY(QTest::qWaitForWindowExposed(&w));
-    PaintCounter paints(&w);
+    PaintRecorder paints(&w);
     w.changes = 0;
 
     // The same value again: no change hook, but the widget repaints, since

@@ -8,9 +8,13 @@
 
 #include <QPaintEvent>
 #include <QtTest>
-#include "support/PaintCounter.h"
+#include "support/Render.h"
+#include "support/PaintRecorder.h"
 
 namespace {
+
+// The control alone on a clear ground.
+const RenderOptions alone{Qt::transparent, QWidget::RenderFlags()};
 
 const QString curveAddr = QStringLiteral("Graph:EQ/Curve");
 const QString secondAddr = QStringLiteral("Graph:EQ/Curve2");
@@ -34,14 +38,6 @@ public:
     int stateAnswer = 0;
     mutable QList<QPair<int, int>> stateQueries;
 };
-
-QImage paint(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32);
-    image.fill(Qt::transparent);
-    w->render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
-    return image;
-}
 
 bool near(const QColor &a, const QColor &b)
 {
@@ -82,18 +78,8 @@ private:
 
     BaseWidget *make(const QString &type, const QString &xml)
     {
-        if (type == QLatin1String("Graph"))
-            return host.make<Graph>(xml);
-        if (type == QLatin1String("GraphicEqualizerGraph"))
-            return host.make<GraphicEqualizerGraph>(xml);
-        if (type == QLatin1String("ParametricEqualizerGraph"))
-            return host.make<ParametricEqualizerGraph>(xml);
-        if (type == QLatin1String("BrioParametricEqualizerGraph"))
-            return host.make<BrioParametricEqualizerGraph>(xml);
-        if (type == QLatin1String("SpeakerProcessorGraph"))
-            return host.make<SpeakerProcessorGraph>(xml);
-        if (type == QLatin1String("SpeakerProcessorPhaseGraph"))
-            return host.make<SpeakerProcessorPhaseGraph>(xml);
+        if (BaseWidget *w = host.make(type, xml))
+            return w;
         qFatal("unknown graph type");
         return nullptr;
     }
@@ -268,7 +254,7 @@ private slots:
         BaseWidget *w = make(type, rect(21, 21) + address(curveAddr));
         const QString before = pointsOf(w);
         QVERIFY(!before.isEmpty());
-        PaintCounter counter(w);
+        PaintRecorder counter(w);
         setValue(w, curveAddr, QString(), text);
         QCOMPARE(pointsOf(w), before);
         if (qobject_cast<Graph *>(w)) {
@@ -366,7 +352,7 @@ private slots:
                                .arg(address(curveAddr), address(secondAddr), address(switchAddr), address(other)));
         const QString before = g->property("curve").toString();
         QApplication::processEvents();
-        PaintCounter counter(g);
+        PaintRecorder counter(g);
         setValue(g, index == 0 ? curveAddr : other, QString(), text);
         QApplication::processEvents();
         QCOMPARE(counter.paints, 1);
@@ -386,7 +372,7 @@ private slots:
         // Other addresses are ignored: no query, no new points (the matched
         // notification repaints, as every match does).
         QApplication::processEvents();
-        PaintCounter counter(g);
+        PaintRecorder counter(g);
         setValue(g, switchAddr, QStringLiteral("1"), QString());
         QApplication::processEvents();
         QCOMPARE(counter.paints, 1);
@@ -428,7 +414,7 @@ private slots:
                                                         : QStringLiteral("0:20/0:20/0:15/20:15"));
         BaseWidget *g = make(type, rect(21, 20) + address(curveAddr) + QStringLiteral("<LineColor>255,0,0</LineColor>"));
         g->setEnabled(enabled);
-        const QImage image = paint(g);
+        const QImage image = render(g, alone);
         // The disabled pen is translucent grey, over the fill where there is one.
         const QColor edge = image.pixelColor(10, 5);
         if (enabled)
@@ -472,7 +458,7 @@ private slots:
             rect(21, 21) + address(curveAddr)
             + QStringLiteral("<LineColor>255,0,0</LineColor><FillColor>0,0,255</FillColor>"));
         g->setActive(active);
-        const QImage image = paint(g);
+        const QImage image = render(g, alone);
         // The outline lies over the edge of the fill; a translucent pen shows both.
         const QColor edge = image.pixelColor(10, 5);
         QVERIFY(near(QColor(edge.red(), edge.green(), edge.blue(), line.alpha()), line));
@@ -489,7 +475,7 @@ private slots:
         auto *g = host.make<SpeakerProcessorPhaseGraph>(rect(21, 21) + address(curveAddr)
                                                         + QStringLiteral("<LineColor>255,0,0</LineColor>"));
         g->setActive(true);
-        const QImage image = paint(g);
+        const QImage image = render(g, alone);
         QVERIFY(near(image.pixelColor(5, 1), QColor(255, 0, 0)));
         QVERIFY(near(image.pixelColor(15, 19), QColor(255, 0, 0)));
         for (int y = 3; y < 18; ++y) {
@@ -529,7 +515,7 @@ private slots:
         host.zoom = zoom;
         auto *b = host.make<SpeakerProcessorPeqGraphBack>(rect(610, 170));
         QCOMPARE(b->width(), int(610 * zoom));
-        const QImage image = paint(b);
+        const QImage image = render(b, alone);
         QCOMPARE(image.pixelColor(at), QColor(grey, grey, grey));
     }
 
@@ -539,7 +525,7 @@ private slots:
     {
         host.zoom = 1.0f;
         auto *b = host.make<SpeakerProcessorPeqGraphBack>(rect(610, 170));
-        const QImage image = paint(b);
+        const QImage image = render(b, alone);
         QMap<int, int> rows, columns;
         for (int y : {13, 40, 67, 94, 121, 148})
             rows[y] = 51;
@@ -750,7 +736,7 @@ private slots:
     {
         auto *p = makePoint();
         QApplication::processEvents();
-        PaintCounter counter(p);
+        PaintRecorder counter(p);
         setValue(p, pointAddr, QString(), QStringLiteral("0:100/0:100/100:0"));
         QCOMPARE(p->point(), QPoint(100, 100));
         QCOMPARE(p->geometry(), QRect(98, 98, 5, 5));
@@ -767,10 +753,10 @@ private slots:
     {
         auto *p = makePoint<PeqGraphControlPoint>(QStringLiteral("<Color>255,0,0</Color>"));
         QVERIFY(p->isBandOn());
-        QVERIFY(near(paint(p).pixelColor(2, 2), QColor(255, 0, 0)));
+        QVERIFY(near(render(p, alone).pixelColor(2, 2), QColor(255, 0, 0)));
         setValue(p, thirdAddr, QStringLiteral("0"), QStringLiteral("Off"));
         QVERIFY(!p->isBandOn());
-        const QImage hollow = paint(p);
+        const QImage hollow = render(p, alone);
         QVERIFY(near(hollow.pixelColor(0, 0), QColor(255, 0, 0)));
         QCOMPARE(hollow.pixelColor(2, 2).alpha(), 0);
         // Still draggable.
@@ -828,7 +814,7 @@ private slots:
         setValue(p, thirdAddr, QStringLiteral("0"), QStringLiteral("Off"));
         QVERIFY(!p->isFilterEnabled());
         QVERIFY(!p->isEnabled());
-        QVERIFY(near(paint(p).pixelColor(2, 2), QColor(153, 153, 153, 153)));
+        QVERIFY(near(render(p, alone).pixelColor(2, 2), QColor(153, 153, 153, 153)));
         QTest::mouseClick(p, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
         QVERIFY(host.requests.isEmpty());
         setValue(p, thirdAddr, QStringLiteral("1"), QStringLiteral("On"));

@@ -5,20 +5,13 @@
 #include <QColorDialog>
 #include <QSignalSpy>
 #include <QtTest>
+#include "support/Render.h"
 #include "support/ModalWatch.h"
-#include "support/PaintCounter.h"
+#include "support/PaintRecorder.h"
 
 using Input::mouse;
 
 namespace {
-
-QImage render(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32);
-    image.fill(Qt::black);
-    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    return image;
-}
 
 void wheel(QWidget *w, int delta)
 {
@@ -187,16 +180,15 @@ void tst_Misc::colourRepaintsOnlyOnChange()
     host.setParameter(QStringLiteral("Ch/Colour"), QStringLiteral("0"), QStringLiteral("10,20,30"));
     ColorBox *b = box();
     QSignalSpy spy(b, &ColorBox::colorChanged);
-    PaintCounter counter;
-    b->installEventFilter(&counter);
-    QTest::qWait(20);
-    counter.paints = 0;
+    PaintRecorder counter;
+    QVERIFY(counter.watchSettled(b));
     host.setParameter(QStringLiteral("Ch/Colour"), QStringLiteral("0"), QStringLiteral("#0a141e"));
     b->notifyValueChanged(colour);
     QCoreApplication::processEvents();
     QCOMPARE(spy.count(), 0);
     // A notification that matched repaints once, changed or not; the rest paints nothing.
     QCOMPARE(counter.paints, 1);
+    counter.clear();
     host.setParameter(QStringLiteral("Ch/Colour"), QStringLiteral("0"), QStringLiteral("#0a141f"));
     b->notifyValueChanged(colour);
     QCoreApplication::processEvents();

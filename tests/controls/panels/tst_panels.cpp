@@ -9,8 +9,11 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
+#include "support/Render.h"
 
 namespace {
+
+const RenderOptions clearGround{Qt::transparent, QWidget::DrawChildren, QImage::Format_ARGB32_Premultiplied};
 
 // A page file with one control on the stacker's device and one on a device of its own.
 const char eqPage[] =
@@ -25,14 +28,6 @@ const char twoPages[] =
     "<Page key=\"0\" file=\"eq\"/>"
     "<Page key=\"1\"><Widget type=\"NumberBox\" name=\"mode\"><Rect x=\"0\" y=\"0\" width=\"50\" height=\"20\"/>"
     "  <Address prmAddr=\"Dyn/Threshold\"/></Widget></Page>";
-
-QImage render(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    return image;
-}
 
 // Pixels at least as light as grey 120 in every channel: text on a dark or empty ground.
 int lightPixels(const QImage &image, const QRect &area)
@@ -345,7 +340,7 @@ void tst_Panels::pagesWithoutAnEntry()
     QCOMPARE(w->currentKey(), QStringLiteral("2"));
     QVERIFY(!w->isPageShown());
     QCOMPARE(w->pageCount(), 0);
-    QVERIFY(lightPixels(render(w), w->rect()) > 20);
+    QVERIFY(lightPixels(render(w, clearGround), w->rect()) > 20);
 
     // The hint goes once a page shows.
     set(w, QStringLiteral("Type"), QStringLiteral("0"));
@@ -385,7 +380,7 @@ void tst_Panels::pagesWithoutAnEntry()
 
     w = stacker(QStringLiteral("<StackList range=\"2\"/>"));
     set(w, QStringLiteral("Type"), QStringLiteral("1"));
-    QCOMPARE(lightPixels(render(w), w->rect()), 0);
+    QCOMPARE(lightPixels(render(w, clearGround), w->rect()), 0);
 }
 
 void tst_Panels::disableValues_data()
@@ -525,7 +520,7 @@ void tst_Panels::disablePainting()
     set(w, QStringLiteral("Bypass"), QStringLiteral("1"), QStringLiteral("1"));
     QVERIFY(w->isDisabling());
 
-    const QImage image = render(w);
+    const QImage image = render(w, clearGround);
     const QColor corner = image.pixelColor(1, 1);
     QVERIFY2(qAbs(corner.alpha() - veil.alpha()) <= 1 && qAbs(corner.red() - veil.red()) <= 2
                  && qAbs(corner.blue() - veil.blue()) <= 2,
@@ -687,13 +682,9 @@ void tst_Panels::dragPanel()
 
     const QString xml = QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"%1\" height=\"%2\"/><File>eq</File>")
                             .arg(size.width()).arg(size.height());
-    DragPanel *w = nullptr;
-    if (type == QLatin1String("ChannelSelectDragPanel"))
-        w = host.make<ChannelSelectDragPanel>(xml + "<ChNum>1</ChNum>");
-    else if (type == QLatin1String("SpeakerDragPanel"))
-        w = host.make<SpeakerDragPanel>(xml);
-    else
-        w = host.make<DragPanel>(xml);
+    const QString channel = type == QLatin1String("ChannelSelectDragPanel") ? QStringLiteral("<ChNum>1</ChNum>") : QString();
+    auto *w = host.make<DragPanel>(type, xml + channel);
+    QVERIFY(w);
     QVERIFY(w->panel());
     QCOMPARE(w->scrollArea()->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
     // The eq panel is 300 by 200 design pixels.
