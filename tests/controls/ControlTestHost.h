@@ -8,12 +8,11 @@
 #include "core/BaseWidget.h"
 #include "plugin/WidgetFactory.h"
 
+#include "support/Gesture.h"
 #include "support/RecordingHost.h"
+#include "support/Xml.h"
 
 #include <QApplication>
-#include <QDomDocument>
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QWidget>
 #include <QtTest>
 
@@ -70,9 +69,7 @@ private:
     }
     void show(BaseWidget *w, const QString &xml)
     {
-        QDomDocument doc;
-        doc.setContent(QStringLiteral("<Widget>%1</Widget>").arg(xml));
-        w->configure(doc.documentElement());
+        w->configure(Xml::widget(xml));
         registry.commitAll();
         window->show();
         QApplication::setActiveWindow(window.get());
@@ -80,29 +77,6 @@ private:
             qWarning("test window did not become active");
     }
 };
-
-namespace Input {
-
-inline void mouse(QWidget *w, QEvent::Type type, const QPoint &pos, Qt::MouseButton button = Qt::LeftButton,
-                  Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-{
-    const Qt::MouseButtons buttons = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
-    QMouseEvent e(type, pos, w->mapToGlobal(pos), type == QEvent::MouseMove ? Qt::NoButton : button,
-                  buttons, modifiers);
-    QApplication::sendEvent(w, &e);
-}
-
-//! Sends a key to the focus widget inside \a w, or to \a w; true when it was accepted.
-inline bool key(QWidget *w, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString &text = QString())
-{
-    QWidget *focus = QApplication::focusWidget();
-    QWidget *target = focus && w->isAncestorOf(focus) ? focus : w;
-    QKeyEvent e(QEvent::KeyPress, key, modifiers, text);
-    QApplication::sendEvent(target, &e);
-    return e.isAccepted();
-}
-
-} // namespace Input
 
 /*
     A database that answers only the delay conversion and value texts'

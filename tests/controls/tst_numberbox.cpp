@@ -450,9 +450,7 @@ void tst_NumberBox::horizontalDragRoundsTowardZero()
     NumberBox *b = box();
     b->setHorizontalDrag(true);
     mouse(b, QEvent::MouseButtonPress, QPoint(41, 12));
-    QMouseEvent move(QEvent::MouseMove, QPoint(42, 12), b->mapToGlobal(QPoint(42, 12)), Qt::NoButton, Qt::LeftButton,
-                     Qt::NoModifier);
-    QApplication::sendEvent(b, &move);
+    mouse(b, QEvent::MouseMove, QPoint(42, 12));
     mouse(b, QEvent::MouseButtonRelease, QPoint(42, 12));
     QStringList got;
     for (const ControlTestHost::Request &r : host.requests)
@@ -499,40 +497,28 @@ void tst_NumberBox::textRectangle()
 
 void tst_NumberBox::wheel_data()
 {
-    QTest::addColumn<QList<int>>("deltas");
-    QTest::addColumn<QStringList>("steps");
+    QTest::addColumn<Gesture>("gesture");
 
-    QTest::newRow("one notch up") << QList<int>{120} << QStringList{"1"};
-    QTest::newRow("two notches down") << QList<int>{-240} << QStringList{"-1", "-1"};
-    QTest::newRow("half notches add up") << QList<int>{60, 30, 30} << QStringList{"1"};
-    QTest::newRow("less than a notch") << QList<int>{60} << QStringList();
+    using Step::wheel;
+    const QPoint at(40, 12);
+    QTest::newRow("one notch up") << Gesture{wheel(120, at, {"step 1 0.75"})};
+    QTest::newRow("two notches down") << Gesture{wheel(-240, at, {"step -1 0.75", "step -1 0.75"})};
+    QTest::newRow("half notches add up") << Gesture{wheel(60, at), wheel(30, at), wheel(30, at, {"step 1 0.75"})};
+    QTest::newRow("less than a notch") << Gesture{wheel(60, at)};
 }
 
 void tst_NumberBox::wheel()
 {
-    QFETCH(QList<int>, deltas);
-    QFETCH(QStringList, steps);
+    QFETCH(Gesture, gesture);
 
     NumberBox *b = box(QStringLiteral("0.75"));
-    for (int d : deltas) {
-        QWheelEvent e(QPointF(40, 12), QPointF(b->mapToGlobal(QPoint(40, 12))), QPoint(), QPoint(0, d), Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(b, &e);
-    }
-    QStringList got;
-    for (const ControlTestHost::Request &r : host.requests) {
-        QCOMPARE(r.kind, 2);
-        QCOMPARE(r.arg("ui_prm_val"), QStringLiteral("0.75"));
-        got << r.arg("ui_prm_step");
-    }
-    QCOMPARE(got, steps);
+    const Gestures::Result r = Gestures::play(b, host, gesture, Gestures::describeFor(QStringLiteral("Ch/Gain")));
+    QCOMPARE(r.sent, r.expected);
 
     // An open editor keeps its text.
     host.requests.clear();
     key(b, Qt::Key_Return);
-    QWheelEvent e(QPointF(40, 12), QPointF(b->mapToGlobal(QPoint(40, 12))), QPoint(), QPoint(0, 120), Qt::NoButton,
-                  Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(b, &e);
+    Input::wheel(b, 120, QPoint(40, 12));
     QVERIFY(b->isEditing());
     QVERIFY(host.requests.isEmpty());
 }

@@ -4,6 +4,7 @@
 #include "plugin/ExternalDevicesDB.h"
 #include "plugin/WidgetFactory.h"
 #include "support/RecordingHost.h"
+#include "support/Xml.h"
 
 #include <QDomDocument>
 #include <QTemporaryDir>
@@ -12,22 +13,9 @@
 
 #include <memory>
 
+using Xml::element;
+
 namespace {
-
-QDomElement element(const QString &xml)
-{
-    static QList<QDomDocument> keep;
-    QDomDocument doc;
-    const bool ok = doc.setContent(xml);
-    Q_ASSERT(ok);
-    keep.append(doc);
-    return doc.documentElement();
-}
-
-QVariantMap parameter(const QString &prmAddr, const QString &device = "dev1")
-{
-    return {{"prmAddr", prmAddr}, {"dev_uniq_id", device}};
-}
 
 bool registered(ParameterManagementRegistry &registry, const QString &prmAddr, BaseWidget *w)
 {
@@ -59,11 +47,11 @@ struct Made
         w = dynamic_cast<BaseWidget *>(factory.create(type, &parent, &host, &registry));
         return w;
     }
-    void configure(const QString &children) { w->configure(element("<Widget>" + children + "</Widget>")); }
+    void configure(const QString &children) { w->configure(Xml::widget(children)); }
     void change(const QString &prmAddr, const QString &val, const QString &str)
     {
         host.setParameter("dev1", prmAddr, val, str);
-        w->notifyValueChanged(parameter(prmAddr));
+        w->notifyValueChanged(RecordingHost::parameterKeys(prmAddr));
     }
     bool registered(const QString &prmAddr) { return ::registered(registry, prmAddr, w); }
 };
@@ -282,7 +270,7 @@ void tst_Addressing::channelSelectFollowsSelector()
     QCOMPARE(w.addressCount(), 2);
 
     host.setParameter("dev1", "Local:ChSel", val, str);
-    w.notifyValueChanged(parameter("Local:ChSel"));
+    w.notifyValueChanged(RecordingHost::parameterKeys("Local:ChSel"));
     QCOMPARE(w.address(0).prmAddr(), bound);
     QCOMPARE(w.displayText(0), QString("+6 dB"));
     QVERIFY(registered(registry, bound, &w));
@@ -393,7 +381,7 @@ void tst_Addressing::speakerConnectedAtPort()
 
     // Another loudspeaker connected: the address follows, the old one is let go.
     host.setParameter("dev1", port, "0", "Arc18S");
-    w.notifyValueChanged(parameter(port));
+    w.notifyValueChanged(RecordingHost::parameterKeys(port));
     const QString now = bound.startsWith(QLatin1String("Own:")) || model != QLatin1String("Arc18S")
         ? QStringLiteral("Spk/Arc18S/Gain") : bound;
     QCOMPARE(w.address(0).prmAddr(), now);
@@ -425,7 +413,7 @@ void tst_Addressing::rejectFocus()
     RejectFocusDial unlisted(&host, nullptr, &parent);
     unlisted.setEnabled(false); // the host's own choice is left alone without a list
     unlisted.configure(element("<Widget><Address prmAddr='Mode'/></Widget>"));
-    unlisted.notifyValueChanged(parameter("Mode"));
+    unlisted.notifyValueChanged(RecordingHost::parameterKeys("Mode"));
     QVERIFY(!unlisted.isEnabled());
 }
 

@@ -13,6 +13,42 @@
 
 #include <functional>
 
+namespace Input {
+
+//! Sends a mouse event to \a w, the button held except on release; true when it was accepted.
+inline bool mouse(QWidget *w, QEvent::Type type, const QPoint &pos, Qt::MouseButton button = Qt::LeftButton,
+                  Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+    QMouseEvent e(type, pos, w->mapToGlobal(pos), type == QEvent::MouseMove ? Qt::NoButton : button, held,
+                  modifiers);
+    QApplication::sendEvent(w, &e);
+    return e.isAccepted();
+}
+
+//! Sends a key to the focus widget inside \a w, or to \a w; true when it was accepted.
+inline bool key(QWidget *w, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString &text = QString(),
+                bool autoRepeat = false)
+{
+    QWidget *focus = QApplication::focusWidget();
+    QWidget *target = focus && w->isAncestorOf(focus) ? focus : w;
+    QKeyEvent e(QEvent::KeyPress, key, modifiers, text, autoRepeat);
+    QApplication::sendEvent(target, &e);
+    return e.isAccepted();
+}
+
+//! Turns the wheel by \a delta eighths of a degree over \a pos of \a w; true when it was accepted.
+inline bool wheel(QWidget *w, int delta, const QPoint &pos = QPoint(5, 5),
+                  Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QWheelEvent e(QPointF(pos), QPointF(w->mapToGlobal(pos)), QPoint(), QPoint(0, delta), Qt::NoButton, modifiers,
+                  Qt::NoScrollPhase, false);
+    QApplication::sendEvent(w, &e);
+    return e.isAccepted();
+}
+
+} // namespace Input
+
 /*
     A gesture as a list of input steps, each with the requests it is
     expected to send right after it, and a runner that plays the steps on a
@@ -34,12 +70,6 @@ struct GestureStep
     {
         GestureStep s = *this;
         s.modifiers = m;
-        return s;
-    }
-    GestureStep withButton(Qt::MouseButton b) const
-    {
-        GestureStep s = *this;
-        s.button = b;
         return s;
     }
     QString name() const
@@ -111,34 +141,29 @@ inline RequestText describeFor(const QString &prmAddr)
     };
 }
 
-//! Sends one step to \a w (keys to the focus widget inside it); true when the event was accepted.
+//! Every request \a host received, as \a text writes them.
+inline QStringList described(const RecordingHost &host, const RequestText &text = describe)
+{
+    QStringList out;
+    for (const RecordingHost::Request &r : host.requests)
+        out << text(r);
+    return out;
+}
+
+//! Sends one step to \a w; true when the control accepted it.
 inline bool send(QWidget *w, const GestureStep &s)
 {
     switch (s.kind) {
     case GestureStep::Press:
+        return Input::mouse(w, QEvent::MouseButtonPress, s.pos, s.button, s.modifiers);
     case GestureStep::Move:
-    case GestureStep::Release: {
-        const QEvent::Type type = s.kind == GestureStep::Press ? QEvent::MouseButtonPress
-                                  : s.kind == GestureStep::Move ? QEvent::MouseMove
-                                                                : QEvent::MouseButtonRelease;
-        const Qt::MouseButtons held = s.kind == GestureStep::Release ? Qt::NoButton : Qt::MouseButtons(s.button);
-        QMouseEvent e(type, s.pos, w->mapToGlobal(s.pos), s.kind == GestureStep::Move ? Qt::NoButton : s.button,
-                      held, s.modifiers);
-        QApplication::sendEvent(w, &e);
-        return e.isAccepted();
-    }
-    case GestureStep::Key: {
-        QWidget *focus = QApplication::focusWidget();
-        QKeyEvent e(QEvent::KeyPress, s.code, s.modifiers);
-        QApplication::sendEvent(focus && w->isAncestorOf(focus) ? focus : w, &e);
-        return e.isAccepted();
-    }
-    case GestureStep::Wheel: {
-        QWheelEvent e(QPointF(s.pos), QPointF(w->mapToGlobal(s.pos)), QPoint(), QPoint(0, s.code), Qt::NoButton,
-                      s.modifiers, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(w, &e);
-        return e.isAccepted();
-    }
+        return Input::mouse(w, QEvent::MouseMove, s.pos, s.button, s.modifiers);
+    case GestureStep::Release:
+        return Input::mouse(w, QEvent::MouseButtonRelease, s.pos, s.button, s.modifiers);
+    case GestureStep::Key:
+        return Input::key(w, s.code, s.modifiers);
+    case GestureStep::Wheel:
+        return Input::wheel(w, s.code, s.pos, s.modifiers);
     }
     return false;
 }

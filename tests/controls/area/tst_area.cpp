@@ -4,6 +4,7 @@
 
 #include <QtTest>
 #include "support/Gesture.h"
+#include "support/Pixels.h"
 #include "support/Render.h"
 
 using Input::mouse;
@@ -12,7 +13,7 @@ namespace {
 
 bool near(const QColor &a, const QColor &b, int tolerance = 40)
 {
-    return qAbs(a.red() - b.red()) + qAbs(a.green() - b.green()) + qAbs(a.blue() - b.blue()) <= tolerance;
+    return Pixels::near(a, b, tolerance);
 }
 
 } // namespace
@@ -48,10 +49,7 @@ private slots:
 
 void tst_Area::init()
 {
-    host.requests.clear();
-    host.selections.clear();
-    host.actions.clear();
-    host.parameters.clear();
+    host.clear();
     host.zoom = 1.0f;
     host.setParameter(QStringLiteral("Pos/X"), QStringLiteral("0.5"), QStringLiteral("0"));
     host.setParameter(QStringLiteral("Pos/Y"), QStringLiteral("0.5"), QStringLiteral("0"));
@@ -164,9 +162,7 @@ void tst_Area::pressesOffTheHandleOrWithControl()
     PadArea *a = pad(QStringLiteral("TrackingArea"));
     mouse(a, QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::KeyboardModifiers(modifiers));
     QVERIFY(!a->isDragging());
-    QMouseEvent e(QEvent::MouseMove, QPoint(150, 80), a->mapToGlobal(QPoint(150, 80)), Qt::NoButton, Qt::LeftButton,
-                  Qt::KeyboardModifiers(modifiers));
-    QApplication::sendEvent(a, &e);
+    mouse(a, QEvent::MouseMove, QPoint(150, 80), Qt::LeftButton, Qt::KeyboardModifiers(modifiers));
     mouse(a, QEvent::MouseButtonRelease, QPoint(150, 80), Qt::LeftButton, Qt::KeyboardModifiers(modifiers));
     QVERIFY(host.requests.isEmpty());
     QCOMPARE(a->highlight(), highlight);

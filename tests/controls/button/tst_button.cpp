@@ -32,14 +32,7 @@ int countNear(const QImage &image, const QColor &colour, const QRect &area, int 
 //! The bounding box of the pixels countNear() counts.
 QRect inkBox(const QImage &image, const QColor &colour, const QRect &area, int tolerance = 40)
 {
-    QRect box;
-    for (int y = area.top(); y <= area.bottom(); ++y) {
-        for (int x = area.left(); x <= area.right(); ++x) {
-            if (countNear(image, colour, QRect(x, y, 1, 1), tolerance))
-                box |= QRect(x, y, 1, 1);
-        }
-    }
-    return box;
+    return Pixels::inkBox(image, colour, tolerance, area);
 }
 
 void key(QWidget *w, QEvent::Type type, int k, bool autoRepeat = false)
@@ -106,10 +99,7 @@ private:
     W *button(const QString &val, const QString &extra = QString(), const QString &str = QString())
     {
         host.window.reset();
-        host.requests.clear();
-        host.selections.clear();
-        host.actions.clear();
-        host.parameters.clear();
+        host.clear();
         host.setParameter(QStringLiteral("Ch/Mute"), val, str);
         return host.make<W>(QLatin1String(muteXml) + extra);
     }
@@ -306,8 +296,7 @@ void tst_Button::dragOutShowsReleased()
     Button *b = button(QStringLiteral("0"));
     mouse(b, QEvent::MouseButtonPress, QPoint(30, 12));
     QCOMPARE(render(b, panel).pixelColor(30, 12), QColor(Button::faceColor.darker(140).rgb()));
-    QMouseEvent move(QEvent::MouseMove, QPoint(90, 12), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(b, &move);
+    mouse(b, QEvent::MouseMove, QPoint(90, 12));
     QVERIFY(b->isPressed());
     QCOMPARE(render(b, panel).pixelColor(30, 12), Button::faceColor);
     mouse(b, QEvent::MouseButtonRelease, QPoint(90, 12));
@@ -854,9 +843,7 @@ void tst_Button::blink()
     auto *b = button<BlinkButton>(QStringLiteral("1"), QStringLiteral("<Text>.</Text>"));
     auto *other = new BlinkButton(&host, &host.registry, host.window.get());
     other->setGeometry(100, 10, 60, 24);
-    QDomDocument doc;
-    doc.setContent(QStringLiteral("<Widget><Address prmAddr=\"Ch/Mute\"/><Text>.</Text></Widget>"));
-    other->configure(doc.documentElement());
+    other->configure(Xml::widget(QStringLiteral("<Address prmAddr=\"Ch/Mute\"/><Text>.</Text>")));
     QVERIFY(b->isBlinking());
     QVERIFY(other->isBlinking());
     QCOMPARE(controller.blinkingCount(), 2);
@@ -1046,9 +1033,7 @@ template <class B>
 B *addButton(ControlTestHost &host, const QString &xml)
 {
     auto *b = new B(&host, &host.registry, host.window.get());
-    QDomDocument doc;
-    doc.setContent(QStringLiteral("<Widget>%1</Widget>").arg(xml));
-    b->configure(doc.documentElement());
+    b->configure(Xml::widget(xml));
     b->show();
     return b;
 }

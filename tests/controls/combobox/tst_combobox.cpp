@@ -10,6 +10,7 @@
 #include "support/Pixels.h"
 
 using Input::mouse;
+using Input::wheel;
 
 namespace {
 
@@ -24,14 +25,6 @@ void sendKey(QWidget *w, int k, Qt::KeyboardModifiers mods = Qt::NoModifier, con
              bool autoRepeat = false)
 {
     QKeyEvent e(QEvent::KeyPress, k, mods, text, autoRepeat);
-    QApplication::sendEvent(w, &e);
-}
-
-void wheel(QWidget *w, int delta)
-{
-    const QPoint pos(5, 5);
-    QWheelEvent e(pos, w->mapToGlobal(pos), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
-                  Qt::NoScrollPhase, false);
     QApplication::sendEvent(w, &e);
 }
 
@@ -90,10 +83,7 @@ private slots:
 
 void tst_ComboBox::init()
 {
-    host.requests.clear();
-    host.selections.clear();
-    host.actions.clear();
-    host.parameters.clear();
+    host.clear();
     setInput(QStringLiteral("0.5"), QStringLiteral("Line"));
 }
 

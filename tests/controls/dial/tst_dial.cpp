@@ -40,9 +40,7 @@ private:
                const QString &type = QStringLiteral("Dial"), int side = 60)
     {
         host.window.reset();
-        host.requests.clear();
-        host.actions.clear();
-        host.parameters.clear();
+        host.clear();
         host.setParameter(QStringLiteral("Ch1/Gain"), val, QStringLiteral("g"));
         host.setParameter(QStringLiteral("Ch/Show"), QStringLiteral("0"), QStringLiteral("shown"));
         const QString rect = QStringLiteral("<Rect x=\"10\" y=\"10\" width=\"%1\" height=\"%1\"/>").arg(side);
@@ -62,16 +60,7 @@ private:
         return d;
     }
 
-    QStringList sent() const
-    {
-        QStringList out;
-        for (const auto &r : host.requests) {
-            out << Gestures::describe(r);
-            if (r.index != 0 || r.address.value("prmAddr").toString() != QLatin1String("Ch1/Gain"))
-                out << QStringLiteral("wrong address");
-        }
-        return out;
-    }
+    QStringList sent() const { return Gestures::described(host, Gestures::describeFor(QStringLiteral("Ch1/Gain"))); }
 
 private slots:
     void beam_data();
@@ -151,9 +140,7 @@ void tst_Dial::levelList()
                    QStringLiteral("<LevelList><Level text=\"Max\">10</Level><Level>skipped</Level>"
                                   "<Level text=\"\">skipped too</Level><Level text=\"Off\">-inf</Level></LevelList>"));
     QCOMPARE(d->levels(), (QStringList{"Max:10", "Off:-inf"}));
-    QDomDocument doc;
-    doc.setContent(QStringLiteral("<W><LevelList><Level text=\"Unity\">0</Level></LevelList></W>"));
-    d->configure(doc.documentElement());
+    d->configure(Xml::widget(QStringLiteral("<LevelList><Level text=\"Unity\">0</Level></LevelList>")));
     QCOMPARE(d->levels(), QStringList{"Unity:0"});
 }
 
@@ -282,9 +269,7 @@ void tst_Dial::keys()
 
     Dial *d = type.isEmpty() ? dial(QStringLiteral("0.25")) : dial(val, QString(), type);
     d->setVisible(visible);
-    QKeyEvent e(QEvent::KeyPress, key, Qt::NoModifier);
-    QApplication::sendEvent(d, &e);
-    QCOMPARE(e.isAccepted(), accepted);
+    QCOMPARE(Input::key(d, key), accepted);
     QCOMPARE(sent(), expected);
 }
 
@@ -366,17 +351,13 @@ void tst_Dial::wheelInScrollArea()
     if (rested)
         QTest::qWait(WheelPolicy::restMs + 50);
 
-    QWheelEvent e(QPointF(30, 30), QPointF(d->mapToGlobal(QPoint(30, 30))), QPoint(), QPoint(0, -120), Qt::NoButton,
-                  Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(d, &e);
+    const bool taken = Input::wheel(d, -120, QPoint(30, 30));
     QCOMPARE(sent().size(), dialTakes ? 1 : 0);
-    QCOMPARE(e.isAccepted(), dialTakes);
-    if (area && !e.isAccepted()) {
+    QCOMPARE(taken, dialTakes);
+    if (area && !taken) {
         // Qt passes an ignored (spontaneous) wheel event on to the parents;
         // the area's viewport scrolls.
-        QWheelEvent passed(QPointF(40, 40), QPointF(area->viewport()->mapToGlobal(QPoint(40, 40))), QPoint(),
-                           QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(area->viewport(), &passed);
+        Input::wheel(area->viewport(), -120, QPoint(40, 40));
         QVERIFY(area->verticalScrollBar()->value() != 100);
     }
 }

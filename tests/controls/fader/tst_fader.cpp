@@ -47,9 +47,7 @@ private:
                  int length = 160)
     {
         host.window.reset();
-        host.requests.clear();
-        host.actions.clear();
-        host.parameters.clear();
+        host.clear();
         host.setParameter(QStringLiteral("Ch1/Fader"), val, QStringLiteral("f"));
         const bool horizontal = type == QLatin1String("HorizontalFader");
         const QString rect = horizontal
@@ -70,23 +68,7 @@ private:
         return f;
     }
 
-    QStringList sent() const
-    {
-        QStringList out;
-        for (const auto &r : host.requests) {
-            if (r.kind == 0)
-                out << QStringLiteral("pos %1 %2").arg(r.arg("ui_prm_val"), r.arg("set_prm_type"));
-            else if (r.kind == 2)
-                out << QStringLiteral("step %1").arg(r.arg("ui_prm_step"));
-            else if (r.kind == 1)
-                out << QStringLiteral("text %1").arg(r.arg("ui_prm_str"));
-            else
-                out << QStringLiteral("kind %1").arg(r.kind);
-            if (r.index != 0 || r.address.value("prmAddr").toString() != QLatin1String("Ch1/Fader"))
-                out << QStringLiteral("wrong address");
-        }
-        return out;
-    }
+    QStringList sent() const { return Gestures::described(host, Gestures::describeFor(QStringLiteral("Ch1/Fader"))); }
 
 private slots:
     void levelScalePointer_data();
@@ -340,14 +322,14 @@ void tst_Fader::keys_data()
     QTest::addColumn<bool>("visible");
     QTest::addColumn<QStringList>("expected");
 
-    QTest::newRow("up") << "Fader" << int(Qt::Key_Up) << true << QStringList{"step 1"};
-    QTest::newRow("down") << "GeqFader" << int(Qt::Key_Down) << true << QStringList{"step -1"};
+    QTest::newRow("up") << "Fader" << int(Qt::Key_Up) << true << QStringList{"step 1 0.3"};
+    QTest::newRow("down") << "GeqFader" << int(Qt::Key_Down) << true << QStringList{"step -1 0.3"};
     QTest::newRow("right passes on") << "Fader" << int(Qt::Key_Right) << true << QStringList();
     QTest::newRow("return passes on") << "Fader" << int(Qt::Key_Return) << true << QStringList();
     QTest::newRow("hidden ignores up") << "Fader" << int(Qt::Key_Up) << false << QStringList();
-    QTest::newRow("horizontal up") << "HorizontalFader" << int(Qt::Key_Up) << true << QStringList{"step 1"};
-    QTest::newRow("horizontal right") << "HorizontalFader" << int(Qt::Key_Right) << true << QStringList{"step 1"};
-    QTest::newRow("horizontal left") << "HorizontalFader" << int(Qt::Key_Left) << true << QStringList{"step -1"};
+    QTest::newRow("horizontal up") << "HorizontalFader" << int(Qt::Key_Up) << true << QStringList{"step 1 0.3"};
+    QTest::newRow("horizontal right") << "HorizontalFader" << int(Qt::Key_Right) << true << QStringList{"step 1 0.3"};
+    QTest::newRow("horizontal left") << "HorizontalFader" << int(Qt::Key_Left) << true << QStringList{"step -1 0.3"};
 }
 
 void tst_Fader::keys()
@@ -359,18 +341,12 @@ void tst_Fader::keys()
 
     Fader *f = fader(QStringLiteral("0.3"), QString(), type);
     f->setVisible(visible);
-    QKeyEvent e(QEvent::KeyPress, key, Qt::NoModifier);
-    QApplication::sendEvent(f, &e);
-    QCOMPARE(e.isAccepted(), !expected.isEmpty());
+    QCOMPARE(Input::key(f, key), !expected.isEmpty());
     QCOMPARE(sent(), expected);
-    for (const auto &r : host.requests)
-        QCOMPARE(r.arg("ui_prm_val"), QStringLiteral("0.3"));
 
-    QWheelEvent wheel(QPointF(5, 5), QPointF(f->mapToGlobal(QPoint(5, 5))), QPoint(), QPoint(0, -120),
-                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     host.requests.clear();
-    QApplication::sendEvent(f, &wheel);
-    QCOMPARE(sent(), QStringList{"step -1"});
+    Input::wheel(f, -120);
+    QCOMPARE(sent(), QStringList{"step -1 0.3"});
 }
 
 void tst_Fader::levelMenu()

@@ -23,11 +23,6 @@ QColor colourAt(const QImage &image, const QRect &cell)
 const QString mixForm = QStringLiteral("<AddressForm prmAddr=\"Mix/In{y}/Out{x}/On\"/>");
 const QString routeForm = QStringLiteral("<AddressForm prmAddr=\"Route/Out{x}/Src\"/>");
 
-QVariantMap parameter(const QString &prmAddr)
-{
-    return {{QStringLiteral("prmAddr"), prmAddr}, {QStringLiteral("dev_uniq_id"), QStringLiteral("dev1")}};
-}
-
 } // namespace
 
 class tst_Grid : public QObject
@@ -118,9 +113,7 @@ void tst_Grid::lateForm()
     w->setColumns(1);
     QCOMPARE(w->rows(), 2);
     QCOMPARE(w->columns(), 2);
-    QDomDocument doc;
-    doc.setContent(QStringLiteral("<Widget><AddressForm prmAddr=\"Other/{x}\"/><Rows>4</Rows></Widget>"));
-    w->configure(doc.documentElement());
+    w->configure(Xml::widget(QStringLiteral("<AddressForm prmAddr=\"Other/{x}\"/><Rows>4</Rows>")));
     QCOMPARE(w->addressCount(), 4);
     QCOMPARE(w->addressForm(), QStringLiteral("Mix/In{y}/Out{x}/On"));
     QCOMPARE(w->rows(), 2);
@@ -332,7 +325,7 @@ void tst_Grid::routerSelect()
 
     // Delivered back, the position selects exactly that row.
     host.setParameter("Route/Out2/Src", sent, sent);
-    w->notifyValueChanged(parameter("Route/Out2/Src"));
+    w->notifyValueChanged(RecordingHost::parameterKeys("Route/Out2/Src"));
     QCOMPARE(w->selectedRow(1), row);
     for (int r = 0; r < rows; ++r)
         QCOMPARE(w->cellLit(r, 1), r == row);
@@ -434,7 +427,7 @@ void tst_Grid::valueChangeRepaintsOneCell()
     QTest::qWait(20);
     PaintRecorder recorder(w);
     host.setParameter(prmAddr, "1", "");
-    w->notifyValueChanged(parameter(prmAddr));
+    w->notifyValueChanged(RecordingHost::parameterKeys(prmAddr));
     QTRY_VERIFY(!recorder.painted().isEmpty());
     const QRect expected = w->cellRect(cells.y(), cells.x())
                                .united(w->cellRect(cells.bottom(), cells.right()))
@@ -444,7 +437,7 @@ void tst_Grid::valueChangeRepaintsOneCell()
 
     // The same value again paints nothing.
     recorder.clear();
-    w->notifyValueChanged(parameter(prmAddr));
+    w->notifyValueChanged(RecordingHost::parameterKeys(prmAddr));
     QTest::qWait(20);
     QVERIFY(recorder.painted().isEmpty());
 }
@@ -574,9 +567,7 @@ void tst_Grid::delayTextAndWheel()
     QCOMPARE(w->cellText(0, 0), QStringLiteral("12.50 ms"));
     QCOMPARE(w->cellText(0, 1), QStringLiteral("0.25")); // no display text: the position
     QCOMPARE(w->cellText(0, 2), QString());              // unknown to the host
-    QWheelEvent wheel(QPointF(w->cellRect(0, 1).center()), QPointF(w->mapToGlobal(w->cellRect(0, 1).center())),
-                      QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(w, &wheel);
+    Input::wheel(w, -120, w->cellRect(0, 1).center());
     QCOMPARE(host.requests.size(), 1);
     QCOMPARE(host.requests.first().kind, 2);
     QCOMPARE(host.requests.first().index, 1);

@@ -7,6 +7,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
+#include "support/Pixels.h"
 #include "support/Render.h"
 #include "support/PaintRecorder.h"
 
@@ -20,20 +21,13 @@ const QColor grey(128, 128, 128);
 
 bool near(const QColor &a, const QColor &b, int tolerance = 20)
 {
-    return qAbs(a.red() - b.red()) + qAbs(a.green() - b.green()) + qAbs(a.blue() - b.blue()) <= tolerance;
+    return Pixels::near(a, b, tolerance);
 }
 
 //! The bounding box of the pixels near \a colour.
 QRect inkBox(const QImage &image, const QColor &colour)
 {
-    QRect box;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (near(image.pixelColor(x, y), colour))
-                box |= QRect(x, y, 1, 1);
-        }
-    }
-    return box;
+    return Pixels::inkBox(image, colour, 20);
 }
 
 const QVariantMap state{{"prmAddr", "Ch/State"}, {"dev_uniq_id", "dev1"}};

@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
+#include "support/Pixels.h"
 #include "support/Render.h"
 #include "support/PaintRecorder.h"
 
@@ -15,23 +16,12 @@ const QColor panel(10, 20, 30);
 
 bool near(const QColor &a, const QColor &b, int tolerance = 12)
 {
-    return qAbs(a.red() - b.red()) + qAbs(a.green() - b.green()) + qAbs(a.blue() - b.blue()) <= tolerance;
+    return Pixels::near(a, b, tolerance);
 }
 
 int countNear(const QImage &image, const QColor &colour, const QRect &area, int tolerance = 60)
 {
-    int n = 0;
-    const QRect r = area & image.rect();
-    for (int y = r.top(); y <= r.bottom(); ++y) {
-        for (int x = r.left(); x <= r.right(); ++x)
-            n += near(image.pixelColor(x, y), colour, tolerance) ? 1 : 0;
-    }
-    return n;
-}
-
-QVariantMap parameter(const QString &prmAddr)
-{
-    return {{"prmAddr", prmAddr}, {"dev_uniq_id", "dev1"}};
+    return Pixels::countNear(image, colour, area, tolerance);
 }
 
 } // namespace
@@ -163,7 +153,7 @@ void tst_Indicator::onState()
         QSignalSpy changed(w, &Indicator::onChanged);
         for (int i = 0; i < values.size(); ++i) {
             host.setParameter(names.at(i), on ? "0" : "1", QString());
-            w->notifyValueChanged(parameter(names.at(i)));
+            w->notifyValueChanged(RecordingHost::parameterKeys(names.at(i)));
         }
         QCOMPARE(w->isOn(), !on);
         QCOMPARE(changed.count(), 1);
@@ -179,7 +169,7 @@ void tst_Indicator::changesRepaintOnlyWhenTheStateChanges()
     QSignalSpy changed(w, &Indicator::onChanged);
 
     host.setParameter(QStringLiteral("Dev/Lock"), QStringLiteral("1"), QStringLiteral("Locked hard"));
-    w->notifyValueChanged(parameter("Dev/Lock"));
+    w->notifyValueChanged(RecordingHost::parameterKeys("Dev/Lock"));
     w->setOffColor(QColor(1, 2, 3)); // not shown while on
     w->setOnColor(w->onColor());
     w->setText(QString());
@@ -189,7 +179,7 @@ void tst_Indicator::changesRepaintOnlyWhenTheStateChanges()
     QCOMPARE(changed.count(), 0);
 
     host.setParameter(QStringLiteral("Dev/Lock"), QStringLiteral("0"), QStringLiteral("Unlocked"));
-    w->notifyValueChanged(parameter("Dev/Lock"));
+    w->notifyValueChanged(RecordingHost::parameterKeys("Dev/Lock"));
     QTRY_VERIFY(counter.paints > 0);
     QCOMPARE(changed.count(), 1);
     QCOMPARE(changed.first().first().toBool(), false);
@@ -302,7 +292,7 @@ void tst_Indicator::text()
 
     if (type == "ChannelNumberIndicator") {
         host.setParameter(QStringLiteral("Dev/Lock"), QStringLiteral("0"), QStringLiteral("7"));
-        w->notifyValueChanged(parameter("Dev/Lock"));
+        w->notifyValueChanged(RecordingHost::parameterKeys("Dev/Lock"));
         QVERIFY(w->shownText().contains("7"));
     }
 }

@@ -530,9 +530,7 @@ void tst_Meter::imagePath()
     Meter *m = meter(QStringLiteral("Meter"));
     host.imagePath = base;
     QCOMPARE(m->imagePath(), QString());
-    QDomDocument doc;
-    doc.setContent(QStringLiteral("<Widget><Image> %1 </Image></Widget>").arg(name));
-    m->configure(doc.documentElement());
+    m->configure(Xml::widget(QStringLiteral("<Image> %1 </Image>").arg(name)));
     QCOMPARE(m->image(), name);
     QCOMPARE(m->imagePath().isEmpty(), file.isEmpty());
     if (!file.isEmpty())

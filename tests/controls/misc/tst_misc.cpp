@@ -10,16 +10,9 @@
 #include "support/PaintRecorder.h"
 
 using Input::mouse;
+using Input::wheel;
 
 namespace {
-
-void wheel(QWidget *w, int delta)
-{
-    const QPoint pos(5, 5);
-    QWheelEvent e(pos, w->mapToGlobal(pos), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
-                  Qt::NoScrollPhase, false);
-    QApplication::sendEvent(w, &e);
-}
 
 const QVariantMap colour{{"prmAddr", "Ch/Colour"}, {"dev_uniq_id", "dev1"}};
 const QVariantMap devices{{"prmAddr", "Pair/List"}, {"dev_uniq_id", "dev1"}};
@@ -70,10 +63,7 @@ private slots:
 
 void tst_Misc::init()
 {
-    host.requests.clear();
-    host.selections.clear();
-    host.actions.clear();
-    host.parameters.clear();
+    host.clear();
 }
 
 void tst_Misc::colourOfTheText_data()

@@ -584,9 +584,7 @@ void tst_Panels::panelContainer()
     QCOMPARE(c->addressAt(0).key("dev_uniq_id"), QStringLiteral("devB"));
     QTRY_COMPARE(w->panel()->geometry(), w->rect());
     // Built once: configuring again adds nothing.
-    QDomDocument doc;
-    doc.setContent(QStringLiteral("<Widget>%1</Widget>").arg(xml));
-    w->configure(doc.documentElement());
+    w->configure(Xml::widget(xml));
     QCOMPARE(w->findChildren<BaseWidget *>(child).size(), 1);
 }
 
@@ -713,9 +711,7 @@ void tst_Panels::dragPanel()
 
     // The controls on it still take their own presses.
     if (BaseWidget *gain = control(page, "gain")) {
-        QMouseEvent p(QEvent::MouseButtonPress, QPoint(5, 5), gain->mapToGlobal(QPoint(5, 5)), Qt::LeftButton,
-                      Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(gain, &p);
+        Input::mouse(gain, QEvent::MouseButtonPress, QPoint(5, 5));
         QVERIFY(!w->isDragging());
     }
 }

@@ -9,20 +9,13 @@
 #include "support/Pixels.h"
 
 using Input::mouse;
+using Input::wheel;
 
 namespace {
 
 int countNear(const QImage &image, const QColor &colour, const QRect &area, int tolerance = 30)
 {
     return Pixels::countNear(image, colour, area, tolerance);
-}
-
-void wheel(QWidget *w, int delta)
-{
-    const QPoint pos(5, 5);
-    QWheelEvent e(pos, w->mapToGlobal(pos), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
-                  Qt::NoScrollPhase, false);
-    QApplication::sendEvent(w, &e);
 }
 
 const QString items3 = QStringLiteral("<Items><Item value=\"Mic\">Microphone</Item><Item>Line</Item>"
@@ -65,10 +58,7 @@ private slots:
 
 void tst_Switcher::init()
 {
-    host.requests.clear();
-    host.selections.clear();
-    host.actions.clear();
-    host.parameters.clear();
+    host.clear();
     host.setParameter(QStringLiteral("Ch/Input"), QStringLiteral("0"), QStringLiteral("Mic"));
 }
 
