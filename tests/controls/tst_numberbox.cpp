@@ -498,13 +498,7 @@ void tst_NumberBox::textRectangle()
 void tst_NumberBox::wheel_data()
 {
     QTest::addColumn<Gesture>("gesture");
-
-    using Step::wheel;
-    const QPoint at(40, 12);
-    QTest::newRow("one notch up") << Gesture{wheel(120, at, {"step 1 0.75"})};
-    QTest::newRow("two notches down") << Gesture{wheel(-240, at, {"step -1 0.75", "step -1 0.75"})};
-    QTest::newRow("half notches add up") << Gesture{wheel(60, at), wheel(30, at), wheel(30, at, {"step 1 0.75"})};
-    QTest::newRow("less than a notch") << Gesture{wheel(60, at)};
+    Gestures::addWheelNotchRows(QPoint(40, 12), QStringLiteral("0.75"));
 }
 
 void tst_NumberBox::wheel()

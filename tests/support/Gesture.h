@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <QWheelEvent>
 #include <QWidget>
+#include <QtTest>
 
 #include <functional>
 
@@ -112,6 +113,22 @@ inline GestureStep wheel(int delta, const QPoint &at, const QStringList &sends =
 } // namespace Step
 
 namespace Gestures {
+
+/*!
+    Data rows of a "gesture" column for a value control turned by the wheel
+    over \a at while its position text is \a val: each whole notch (120)
+    is a step, several at once are several steps, and parts of a notch add up.
+*/
+inline void addWheelNotchRows(const QPoint &at, const QString &val)
+{
+    using Step::wheel;
+    const QString up = QStringLiteral("step 1 ") + val;
+    const QString down = QStringLiteral("step -1 ") + val;
+    QTest::newRow("one notch up") << Gesture{wheel(120, at, {up})};
+    QTest::newRow("two notches down at once") << Gesture{wheel(-240, at, {down, down})};
+    QTest::newRow("half notches add up") << Gesture{wheel(60, at), wheel(30, at), wheel(30, at, {up})};
+    QTest::newRow("a half notch sends nothing") << Gesture{wheel(60, at)};
+}
 
 using RequestText = std::function<QString(const RecordingHost::Request &)>;
 

@@ -276,13 +276,7 @@ void tst_Dial::keys()
 void tst_Dial::wheel_data()
 {
     QTest::addColumn<Gesture>("gesture");
-
-    using Step::wheel;
-    const QPoint at(30, 30);
-    QTest::newRow("one notch up") << Gesture{wheel(120, at, {"step 1 0.5"})};
-    QTest::newRow("two notches down at once") << Gesture{wheel(-240, at, {"step -1 0.5", "step -1 0.5"})};
-    QTest::newRow("half notches add up") << Gesture{wheel(60, at), wheel(30, at), wheel(30, at, {"step 1 0.5"})};
-    QTest::newRow("a half notch sends nothing") << Gesture{wheel(60, at)};
+    Gestures::addWheelNotchRows(QPoint(30, 30), QStringLiteral("0.5"));
 }
 
 void tst_Dial::wheel()

@@ -84,6 +84,8 @@ private slots:
     void knobFollowsTheValue();
     void keys_data();
     void keys();
+    void wheel_data();
+    void wheel();
     void levelMenu();
     void valueRepaintsOnlyWhenTheKnobMoves();
     void paint_data();
@@ -347,6 +349,22 @@ void tst_Fader::keys()
     host.requests.clear();
     Input::wheel(f, -120);
     QCOMPARE(sent(), QStringList{"step -1 0.3"});
+}
+
+void tst_Fader::wheel_data()
+{
+    QTest::addColumn<Gesture>("gesture");
+    Gestures::addWheelNotchRows(QPoint(15, 80), QStringLiteral("0.3"));
+}
+
+void tst_Fader::wheel()
+{
+    QFETCH(Gesture, gesture);
+
+    const Gestures::Result r = Gestures::play(fader(QStringLiteral("0.3")), host, gesture,
+                                              Gestures::describeFor(QStringLiteral("Ch1/Fader")));
+    QCOMPARE(r.sent, r.expected);
+    QCOMPARE(r.ignored, QStringList());
 }
 
 void tst_Fader::levelMenu()
