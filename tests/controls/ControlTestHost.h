@@ -35,6 +35,14 @@ public:
     }
     bool parameterExists(const QVariantMap &) override { return true; }
 
+    //! Sets the parameter and tells \a w, as the host does when a value arrives.
+    void deliver(BaseWidget *w, const QString &prmAddr, const QString &val, const QString &str,
+                 const QString &device = QStringLiteral("dev1"))
+    {
+        setParameter(prmAddr, val, str, device);
+        w->notifyValueChanged(parameterKeys(prmAddr, device));
+    }
+
     //! Builds \a W from the children of a <Widget> element written as \a xml, shown in a window.
     template <class W>
     W *make(const QString &xml)

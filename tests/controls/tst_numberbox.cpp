@@ -449,13 +449,10 @@ void tst_NumberBox::horizontalDragRoundsTowardZero()
     // to the right is already a step.
     NumberBox *b = box();
     b->setHorizontalDrag(true);
-    mouse(b, QEvent::MouseButtonPress, QPoint(41, 12));
-    mouse(b, QEvent::MouseMove, QPoint(42, 12));
-    mouse(b, QEvent::MouseButtonRelease, QPoint(42, 12));
-    QStringList got;
-    for (const ControlTestHost::Request &r : host.requests)
-        got << r.arg("ui_prm_val") + QLatin1Char('/') + r.arg("set_prm_type");
-    QCOMPARE(got, QStringList({"0.503333/1", "0.503333/0"}));
+    const Gesture gesture{Step::press(41, 12), Step::move(42, 12, {"pos 0.503333 1"}),
+                          Step::release(42, 12, {"pos 0.503333 0"})};
+    const Gestures::Result r = Gestures::play(b, host, gesture, Gestures::describeFor(QStringLiteral("Ch/Gain")));
+    QCOMPARE(r.sent, r.expected);
 }
 
 void tst_NumberBox::textRectangle_data()

@@ -102,9 +102,11 @@ void tst_Area::drag_data()
     QTest::newRow("move back to the start") << Gesture{move(102, 50), release(102, 50)};
     QTest::newRow("free drag") << Gesture{move(152, 40, {"0:0.75:1", "1:0.6:1"}), move(202, 0, {"0:1:1", "1:1:1"}),
                                           release(202, 0, {"0:1:0", "1:1:0"})};
-    QTest::newRow("clamped outside") << Gesture{move(-50, 300, {"0:0:1", "1:0:1"}), release(-50, 300, {"0:0:0", "1:0:0"})};
+    QTest::newRow("clamped outside") << Gesture{move(-50, 300, {"0:0:1", "1:0:1"}),
+                                                release(-50, 300, {"0:0:0", "1:0:0"})};
     QTest::newRow("Shift locks across first")
-        << Gesture{move(112, 50, {"0:0.55:1", "1:0.5:1"}).with(shift), move(142, 10, {"0:0.7:1", "1:0.5:1"}).with(shift),
+        << Gesture{move(112, 50, {"0:0.55:1", "1:0.5:1"}).with(shift),
+                   move(142, 10, {"0:0.7:1", "1:0.5:1"}).with(shift),
                    release(142, 10, {"0:0.7:0", "1:0.5:0"}).with(shift)};
     QTest::newRow("Shift locks up first")
         << Gesture{move(102, 30, {"0:0.5:1", "1:0.7:1"}).with(shift), move(180, 20, {"0:0.5:1", "1:0.8:1"}).with(shift),

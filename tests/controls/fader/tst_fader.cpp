@@ -178,22 +178,27 @@ void tst_Fader::drag_data()
     QTest::newRow("press beside the knob does nothing")
         << "Fader" << "" << 160 << Gesture{press(15, 100), move(15, 50), release(15, 50)};
     QTest::newRow("normal, 30 up") << "Fader" << "" << 160
-                                   << Gesture{press(15, 155), move(15, 125, {"pos 0.2 1"}), release(15, 125, {"pos 0.2 0"})};
+                                   << Gesture{press(15, 155), move(15, 125, {"pos 0.2 1"}),
+                                              release(15, 125, {"pos 0.2 0"})};
     QTest::newRow("the grab point stays under the mouse")
         << "Fader" << "" << 160 << Gesture{press(15, 159), move(15, 144, {"pos 0.1 1"})};
     QTest::newRow("above the top is 1") << "Fader" << "" << 160 << Gesture{press(15, 150), move(15, -90, {"pos 1 1"})};
     QTest::newRow("below the bottom is 0") << "Fader" << "" << 160
-                                           << Gesture{press(15, 152), move(15, 100, {"pos 0.346667 1"}), release(15, 400, {"pos 0 0"})};
+                                           << Gesture{press(15, 152), move(15, 100, {"pos 0.346667 1"}),
+                                                      release(15, 400, {"pos 0 0"})};
     QTest::newRow("no travel sends 0") << "Fader" << "" << 10 << Gesture{press(15, 5), move(15, -50, {"pos 0 1"})};
-    QTest::newRow("0dB at 42") << "Fader" << zeroDb << 160 << Gesture{press(15, 150), move(15, 108, {"pos 0.315738 1"})};
-    QTest::newRow("0dB mid segment") << "Fader" << zeroDb << 160 << Gesture{press(15, 150), move(15, 99, {"pos 0.364614 1"})};
+    QTest::newRow("0dB at 42") << "Fader" << zeroDb << 160 << Gesture{press(15, 150),
+                                                                      move(15, 108, {"pos 0.315738 1"})};
+    QTest::newRow("0dB mid segment") << "Fader" << zeroDb << 160 << Gesture{press(15, 150),
+                                                                            move(15, 99, {"pos 0.364614 1"})};
     QTest::newRow("10dB at 88") << "Fader" << tenDb << 160 << Gesture{press(15, 150), move(15, 62, {"pos 0.706745 1"})};
     QTest::newRow("0dB past its last pixel is 1") << "Fader" << zeroDb << 160
                                                   << Gesture{press(15, 150), move(15, 10, {"pos 1 1"})};
     QTest::newRow("0dB short travel tops out below 1")
         << "Fader" << zeroDb << 70 << Gesture{press(15, 60), move(15, -100, {"pos 0.41349 1"})};
     QTest::newRow("alt-click asks for the default")
-        << "Fader" << "" << 160 << Gesture{press(15, 155, {"kind 3"}).with(Qt::AltModifier), move(15, 100), release(15, 100)};
+        << "Fader" << "" << 160 << Gesture{press(15, 155, {"kind 3"}).with(Qt::AltModifier), move(15, 100),
+                                           release(15, 100)};
     QTest::newRow("alt wins over control")
         << "Fader" << "" << 160 << Gesture{press(15, 155, {"kind 3"}).with(Qt::AltModifier | Qt::ControlModifier)};
     QTest::newRow("alt-click beside the knob too") << "Fader" << "" << 160
@@ -203,13 +208,17 @@ void tst_Fader::drag_data()
         << Gesture{press(15, 155).with(Qt::ControlModifier), move(15, 100), release(15, 100).with(Qt::ControlModifier)};
     QTest::newRow("a modifier ends the drag")
         << "Fader" << "" << 160
-        << Gesture{press(15, 155), move(15, 140, {"pos 0.1 1"}), move(15, 100).with(Qt::ShiftModifier), move(15, 90), release(15, 90)};
-    QTest::newRow("tuning zone") << "TuningZoneFader" << "" << 160 << Gesture{press(15, 155), move(15, 140, {"pos 0.1 1"})};
+        << Gesture{press(15, 155), move(15, 140, {"pos 0.1 1"}), move(15, 100).with(Qt::ShiftModifier), move(15, 90),
+                   release(15, 90)};
+    QTest::newRow("tuning zone") << "TuningZoneFader" << "" << 160 << Gesture{press(15, 155),
+                                                                              move(15, 140, {"pos 0.1 1"})};
     QTest::newRow("channel select") << "ChannelSelectFader" << zeroDb << 160
-                                    << Gesture{press(15, 155), move(15, 113, {"pos 0.315738 1"}), release(15, 113, {"pos 0.315738 0"})};
+                                    << Gesture{press(15, 155), move(15, 113, {"pos 0.315738 1"}),
+                                               release(15, 113, {"pos 0.315738 0"})};
     // Horizontal: 160 wide with a 10-pixel knob; value 0 puts the knob at x 0 to 9; left is 0.
     QTest::newRow("horizontal, 30 right") << "HorizontalFader" << "" << 160
-                                          << Gesture{press(5, 15), move(35, 15, {"pos 0.2 1"}), release(35, 90, {"pos 0.2 0"})};
+                                          << Gesture{press(5, 15), move(35, 15, {"pos 0.2 1"}),
+                                                     release(35, 90, {"pos 0.2 0"})};
     QTest::newRow("horizontal ignores vertical movement")
         << "HorizontalFader" << "" << 160 << Gesture{press(5, 15), move(5, -50, {"pos 0 1"})};
     QTest::newRow("horizontal 0dB") << "HorizontalFader" << zeroDb << 160

@@ -84,12 +84,6 @@ private:
         return nullptr;
     }
 
-    void setValue(BaseWidget *w, const QString &prmAddr, const QString &val, const QString &str)
-    {
-        host.setParameter(prmAddr, val, str);
-        w->notifyValueChanged({{"prmAddr", prmAddr}, {"dev_uniq_id", "dev1"}});
-    }
-
     // A handle over a 101 x 101 area at (0, 0) whose point is (50, 50).
     template <class P = GraphControlPoint>
     P *makePoint(const QString &extra = QString(), const QString &value = QStringLiteral("0:100/0:100/50:50"))
@@ -255,7 +249,7 @@ private slots:
         const QString before = pointsOf(w);
         QVERIFY(!before.isEmpty());
         PaintRecorder counter(w);
-        setValue(w, curveAddr, QString(), text);
+        host.deliver(w, curveAddr, QString(), text);
         QCOMPARE(pointsOf(w), before);
         if (qobject_cast<Graph *>(w)) {
             // Repainted for the match, with the old curve.
@@ -298,9 +292,9 @@ private slots:
                                 .arg(address(curveAddr), address(secondAddr), address(switchAddr)));
         QCOMPARE(g->property("curve").toString(), QStringLiteral("0,81 10,81 10,81 0,81"));
         host.hostMode = mode;
-        setValue(g, switchAddr, switchOn ? QStringLiteral("1") : QStringLiteral("0"), QString());
+        host.deliver(g, switchAddr, switchOn ? QStringLiteral("1") : QStringLiteral("0"), QString());
         QCOMPARE(g->isSumOn(), switchOn);
-        setValue(g, secondAddr, QString(), second);
+        host.deliver(g, secondAddr, QString(), second);
         QCOMPARE(g->property("curve").toString(), expected);
         QCOMPARE(points(g->ownCurve()), QStringLiteral("0,81 10,81 10,81 0,81"));
     }
@@ -314,7 +308,7 @@ private slots:
         QCOMPARE(points(g->ownCurve()), QStringLiteral("0,5 10,6 0,6"));
         QCOMPARE(points(g->shownCurve()), QString());
         host.hostMode = 1;
-        setValue(g, curveAddr, QString(), QStringLiteral("0:10/0:10/0:10"));
+        host.deliver(g, curveAddr, QString(), QStringLiteral("0:10/0:10/0:10"));
         QCOMPARE(points(g->shownCurve()), QStringLiteral("0,0 10,6 0,6"));
     }
 
@@ -353,7 +347,7 @@ private slots:
         const QString before = g->property("curve").toString();
         QApplication::processEvents();
         PaintRecorder counter(g);
-        setValue(g, index == 0 ? curveAddr : other, QString(), text);
+        host.deliver(g, index == 0 ? curveAddr : other, QString(), text);
         QApplication::processEvents();
         QCOMPARE(counter.paints, 1);
         QCOMPARE(g->property("curve").toString() != before, curveChanges);
@@ -373,20 +367,20 @@ private slots:
         // notification repaints, as every match does).
         QApplication::processEvents();
         PaintRecorder counter(g);
-        setValue(g, switchAddr, QStringLiteral("1"), QString());
+        host.deliver(g, switchAddr, QStringLiteral("1"), QString());
         QApplication::processEvents();
         QCOMPARE(counter.paints, 1);
         QCOMPARE(points(g->points()), QStringLiteral("50,74 100,49 0,49"));
         QVERIFY(host.stateQueries.isEmpty());
 
         host.stateAnswer = 3;
-        setValue(g, secondAddr, QStringLiteral("1"), QString());
+        host.deliver(g, secondAddr, QStringLiteral("1"), QString());
         QCOMPARE(host.stateQueries, (QList<QPair<int, int>>{{3, 1}}));
         QVERIFY(g->isBottomAnchored());
         QCOMPARE(points(g->points()), QStringLiteral("50,24 100,0 0,0"));
 
         host.stateAnswer = 2;
-        setValue(g, secondAddr, QStringLiteral("0"), QString());
+        host.deliver(g, secondAddr, QStringLiteral("0"), QString());
         QVERIFY(!g->isBottomAnchored());
         QCOMPARE(points(g->points()), QStringLiteral("50,74 100,49 0,49"));
     }
@@ -737,13 +731,13 @@ private slots:
         auto *p = makePoint();
         QApplication::processEvents();
         PaintRecorder counter(p);
-        setValue(p, pointAddr, QString(), QStringLiteral("0:100/0:100/100:0"));
+        host.deliver(p, pointAddr, QString(), QStringLiteral("0:100/0:100/100:0"));
         QCOMPARE(p->point(), QPoint(100, 100));
         QCOMPARE(p->geometry(), QRect(98, 98, 5, 5));
         QApplication::processEvents();
         QCOMPARE(counter.paints, 1);
         // The same point in other units moves nothing; the match repaints.
-        setValue(p, pointAddr, QString(), QStringLiteral("0:10/0:10/10:0"));
+        host.deliver(p, pointAddr, QString(), QStringLiteral("0:10/0:10/10:0"));
         QApplication::processEvents();
         QCOMPARE(p->geometry(), QRect(98, 98, 5, 5));
         QCOMPARE(counter.paints, 2);
@@ -754,7 +748,7 @@ private slots:
         auto *p = makePoint<PeqGraphControlPoint>(QStringLiteral("<Color>255,0,0</Color>"));
         QVERIFY(p->isBandOn());
         QVERIFY(near(render(p, alone).pixelColor(2, 2), QColor(255, 0, 0)));
-        setValue(p, thirdAddr, QStringLiteral("0"), QStringLiteral("Off"));
+        host.deliver(p, thirdAddr, QStringLiteral("0"), QStringLiteral("Off"));
         QVERIFY(!p->isBandOn());
         const QImage hollow = render(p, alone);
         QVERIFY(near(hollow.pixelColor(0, 0), QColor(255, 0, 0)));
@@ -785,11 +779,11 @@ private slots:
         QFETCH(bool, sumOn);
         QFETCH(bool, hpfOn);
         auto *g = brioGraph(QStringLiteral("1"));
-        setValue(g, switchAddr, val, QString());
+        host.deliver(g, switchAddr, val, QString());
         QCOMPARE(g->isSumOn(), sumOn);
 
         auto *p = makePoint<HpfGraphControlPoint>();
-        setValue(p, thirdAddr, val, QString());
+        host.deliver(p, thirdAddr, val, QString());
         QCOMPARE(p->isFilterEnabled(), hpfOn);
         QCOMPARE(p->isEnabled(), hpfOn);
     }
@@ -800,10 +794,10 @@ private slots:
         auto *g = brioGraph(QStringLiteral("0"));
         const QString own = QStringLiteral("0,81 10,81 10,81 0,81");
         QCOMPARE(g->property("curve").toString(), own);
-        setValue(g, switchAddr, QStringLiteral("1"), QString());
+        host.deliver(g, switchAddr, QStringLiteral("1"), QString());
         QVERIFY(g->isSumOn());
         QCOMPARE(g->property("curve").toString(), own);
-        setValue(g, curveAddr, QString(), QStringLiteral("0:10/0:160/0:81/10:80"));
+        host.deliver(g, curveAddr, QString(), QStringLiteral("0:10/0:160/0:81/10:80"));
         QCOMPARE(g->property("curve").toString(), QStringLiteral("0,61 10,102 10,82 0,82"));
     }
 
@@ -811,16 +805,16 @@ private slots:
     {
         auto *p = makePoint<HpfGraphControlPoint>(QStringLiteral("<Color>255,0,0</Color>"));
         QVERIFY(p->isEnabled());
-        setValue(p, thirdAddr, QStringLiteral("0"), QStringLiteral("Off"));
+        host.deliver(p, thirdAddr, QStringLiteral("0"), QStringLiteral("Off"));
         QVERIFY(!p->isFilterEnabled());
         QVERIFY(!p->isEnabled());
         QVERIFY(near(render(p, alone).pixelColor(2, 2), QColor(153, 153, 153, 153)));
         QTest::mouseClick(p, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
         QVERIFY(host.requests.isEmpty());
-        setValue(p, thirdAddr, QStringLiteral("1"), QStringLiteral("On"));
+        host.deliver(p, thirdAddr, QStringLiteral("1"), QStringLiteral("On"));
         QVERIFY(p->isEnabled());
         // Index 1 does not touch the flag.
-        setValue(p, bandAddr, QStringLiteral("0"), QStringLiteral("-inf"));
+        host.deliver(p, bandAddr, QStringLiteral("0"), QStringLiteral("-inf"));
         QVERIFY(p->isEnabled());
     }
     void tuningZoneHandle_data()
@@ -900,8 +894,7 @@ private slots:
                                          + depth);
         QCOMPARE(g->layerCount(), 2);                 // the third never read
         QVERIFY(g->layer(2).isEmpty());
-        host.setParameter("L2", "0", line);
-        g->notifyValueChanged({{"prmAddr", "L2"}, {"dev_uniq_id", "dev1"}});
+        host.deliver(g, "L2", "0", line);
         QCOMPARE(g->layerCount(), 3);
         // The front layer at the bottom left, each farther one up and to the right.
         const QPolygon front = g->layer(0);
@@ -911,8 +904,7 @@ private slots:
         QCOMPARE(back.last(), QPoint(200, 0));
         QCOMPARE(g->layer(1).first(), QPoint(shift / 2, 100 - shift / 2));
         // A text a layer cannot read keeps it.
-        host.setParameter("L1", "0", QStringLiteral("nonsense"));
-        g->notifyValueChanged({{"prmAddr", "L1"}, {"dev_uniq_id", "dev1"}});
+        host.deliver(g, "L1", "0", QStringLiteral("nonsense"));
         QCOMPARE(g->layer(1).first(), QPoint(shift / 2, 100 - shift / 2));
         // Farther layers are fainter: the front is drawn in the full line colour.
         QImage image(g->size(), QImage::Format_ARGB32_Premultiplied);

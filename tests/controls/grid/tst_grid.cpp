@@ -324,8 +324,7 @@ void tst_Grid::routerSelect()
     QCOMPARE(host.requests.first().arg("set_prm_type"), QStringLiteral("0"));
 
     // Delivered back, the position selects exactly that row.
-    host.setParameter("Route/Out2/Src", sent, sent);
-    w->notifyValueChanged(RecordingHost::parameterKeys("Route/Out2/Src"));
+    host.deliver(w, "Route/Out2/Src", sent, sent);
     QCOMPARE(w->selectedRow(1), row);
     for (int r = 0; r < rows; ++r)
         QCOMPARE(w->cellLit(r, 1), r == row);
@@ -426,8 +425,7 @@ void tst_Grid::valueChangeRepaintsOneCell()
     QVERIFY(w);
     QTest::qWait(20);
     PaintRecorder recorder(w);
-    host.setParameter(prmAddr, "1", "");
-    w->notifyValueChanged(RecordingHost::parameterKeys(prmAddr));
+    host.deliver(w, prmAddr, "1", "");
     QTRY_VERIFY(!recorder.painted().isEmpty());
     const QRect expected = w->cellRect(cells.y(), cells.x())
                                .united(w->cellRect(cells.bottom(), cells.right()))

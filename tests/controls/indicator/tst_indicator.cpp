@@ -146,14 +146,14 @@ void tst_Indicator::onState()
     QCOMPARE(w->metaObject()->className(), type.toLatin1().constData());
     QCOMPARE(w->isOn(), on);
     QCOMPARE(w->property("on").toBool(), on);
-    QCOMPARE(near(render(w, panel).pixelColor(20, 10), on ? Indicator::defaultOnColor : Indicator::defaultOffColor), true);
+    const QColor shown = render(w, panel).pixelColor(20, 10);
+    QVERIFY(near(shown, on ? Indicator::defaultOnColor : Indicator::defaultOffColor));
 
     // Setting every parameter to the other state turns single and "any" lamps over, in one change.
     if (!values.isEmpty() && type != "TuningZoneXorIndicator" && !values.contains("-")) {
         QSignalSpy changed(w, &Indicator::onChanged);
         for (int i = 0; i < values.size(); ++i) {
-            host.setParameter(names.at(i), on ? "0" : "1", QString());
-            w->notifyValueChanged(RecordingHost::parameterKeys(names.at(i)));
+            host.deliver(w, names.at(i), on ? "0" : "1", QString());
         }
         QCOMPARE(w->isOn(), !on);
         QCOMPARE(changed.count(), 1);

@@ -459,8 +459,7 @@ void tst_Meter::repaintsOnlyChanges()
 
     // A new display text that moves nothing paints nothing.
     painted.regions.clear();
-    host.setParameter(levelAddr, QStringLiteral("0.25"), QStringLiteral("-12 dB"));
-    m->notifyValueChanged({{"prmAddr", levelAddr}, {"dev_uniq_id", "dev1"}});
+    host.deliver(m, levelAddr, QStringLiteral("0.25"), QStringLiteral("-12 dB"));
     set(m, switchAddr, QStringLiteral("1"));
     QCoreApplication::processEvents();
     QCOMPARE(painted.regions.size(), 0);
