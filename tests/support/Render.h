@@ -15,9 +15,15 @@
 */
 struct RenderOptions
 {
-    QColor ground = Qt::black;
-    QWidget::RenderFlags flags = QWidget::DrawChildren;
-    QImage::Format format = QImage::Format_ARGB32;
+    RenderOptions(const QColor &fill = Qt::black, QWidget::RenderFlags renderFlags = QWidget::DrawChildren,
+                  QImage::Format imageFormat = QImage::Format_ARGB32)
+        : ground(fill), flags(renderFlags), format(imageFormat)
+    {
+    }
+
+    QColor ground;
+    QWidget::RenderFlags flags;
+    QImage::Format format;
     QSize size;        // in device-independent pixels; empty: the widget's size (times the zoom)
     qreal zoom = 1.0;  // painter scale
     qreal dpr = 1.0;   // the image's device pixel ratio
@@ -42,11 +48,7 @@ inline QImage render(QWidget *w, const RenderOptions &o = RenderOptions())
 inline QImage render(QWidget *w, const QColor &ground, QWidget::RenderFlags flags = QWidget::DrawChildren,
                      QImage::Format format = QImage::Format_ARGB32)
 {
-    RenderOptions o;
-    o.ground = ground;
-    o.flags = flags;
-    o.format = format;
-    return render(w, o);
+    return render(w, RenderOptions(ground, flags, format));
 }
 
 #endif

@@ -126,6 +126,11 @@ void tst_Image::drawing()
     QCOMPARE(inkBox(image, colour), drawn);
     if (drawn.isEmpty())
         QCOMPARE(inkBox(image, panel), w->rect());
+
+    // On a screen of twice the pixel density the same place is covered, in twice the pixels.
+    RenderOptions dense(panel);
+    dense.dpr = 2.0;
+    QCOMPARE(inkBox(render(w, dense), colour), QRect(drawn.topLeft() * 2, drawn.size() * 2));
 }
 
 Image *tst_Image::variant(const QString &type, const QString &extra)
