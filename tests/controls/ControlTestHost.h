@@ -5,12 +5,14 @@
 #include <corvane/IWidgetCore.h>
 #include <corvane/ParameterManagement.h>
 
+#include "core/BaseWidget.h"
+#include "plugin/WidgetFactory.h"
+
+#include "support/Gesture.h"
 #include "support/RecordingHost.h"
+#include "support/Xml.h"
 
 #include <QApplication>
-#include <QDomDocument>
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QWidget>
 #include <QtTest>
 
@@ -33,50 +35,56 @@ public:
     }
     bool parameterExists(const QVariantMap &) override { return true; }
 
-    //! Builds \a type from the children of a <Widget> element written as \a xml, shown in a window.
+    //! Sets the parameter and tells \a w, as the host does when a value arrives.
+    void deliver(BaseWidget *w, const QString &prmAddr, const QString &val, const QString &str,
+                 const QString &device = QStringLiteral("dev1"))
+    {
+        setParameter(prmAddr, val, str, device);
+        w->notifyValueChanged(parameterKeys(prmAddr, device));
+    }
+
+    //! Builds \a W from the children of a <Widget> element written as \a xml, shown in a window.
     template <class W>
     W *make(const QString &xml)
     {
-        window.reset(new QWidget);
-        window->resize(400, 300);
+        newWindow();
         auto *w = new W(this, &registry, window.get());
-        QDomDocument doc;
-        doc.setContent(QStringLiteral("<Widget>%1</Widget>").arg(xml));
-        w->configure(doc.documentElement());
-        registry.commitAll();
-        window->show();
-        QApplication::setActiveWindow(window.get());
-        if (!QTest::qWaitForWindowActive(window.get()))
-            qWarning("test window did not become active");
+        show(w, xml);
+        return w;
+    }
+
+    //! Builds the control the factory makes for the type name \a type, as a panel does; null when
+    //! the factory knows no such type or it is no \a W.
+    template <class W = BaseWidget>
+    W *make(const QString &type, const QString &xml)
+    {
+        newWindow();
+        WidgetFactory factory;
+        auto *w = dynamic_cast<W *>(factory.create(type, window.get(), this, &registry));
+        if (w)
+            show(w, xml);
         return w;
     }
 
     ParameterManagementRegistry registry;
     std::unique_ptr<QWidget> window;
+
+private:
+    void newWindow()
+    {
+        window.reset(new QWidget);
+        window->resize(400, 300);
+    }
+    void show(BaseWidget *w, const QString &xml)
+    {
+        w->configure(Xml::widget(xml));
+        registry.commitAll();
+        window->show();
+        QApplication::setActiveWindow(window.get());
+        if (!QTest::qWaitForWindowActive(window.get()))
+            qWarning("test window did not become active");
+    }
 };
-
-namespace Input {
-
-inline void mouse(QWidget *w, QEvent::Type type, const QPoint &pos, Qt::MouseButton button = Qt::LeftButton,
-                  Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-{
-    const Qt::MouseButtons buttons = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
-    QMouseEvent e(type, pos, w->mapToGlobal(pos), type == QEvent::MouseMove ? Qt::NoButton : button,
-                  buttons, modifiers);
-    QApplication::sendEvent(w, &e);
-}
-
-//! Sends a key to the focus widget inside \a w, or to \a w; true when it was accepted.
-inline bool key(QWidget *w, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString &text = QString())
-{
-    QWidget *focus = QApplication::focusWidget();
-    QWidget *target = focus && w->isAncestorOf(focus) ? focus : w;
-    QKeyEvent e(QEvent::KeyPress, key, modifiers, text);
-    QApplication::sendEvent(target, &e);
-    return e.isAccepted();
-}
-
-} // namespace Input
 
 /*
     A database that answers only the delay conversion and value texts'

@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QStackedWidget>
 #include <QtTest>
+#include "support/Gesture.h"
 
 using Input::key;
 using Input::mouse;
@@ -13,12 +14,6 @@ using Input::mouse;
 namespace {
 
 const char *const gainAddress = "<Address><prmAddr>Ch/Gain</prmAddr></Address>";
-
-struct Move
-{
-    QPoint pos;
-    Qt::KeyboardModifiers modifiers;
-};
 
 int countColour(const QImage &image, const QColor &colour, const QRect &area)
 {
@@ -48,8 +43,6 @@ protected:
 };
 
 } // namespace
-
-Q_DECLARE_METATYPE(QList<Move>)
 
 class tst_NumberBox : public QObject
 {
@@ -365,55 +358,51 @@ void tst_NumberBox::drag_data()
 {
     QTest::addColumn<QString>("val");
     QTest::addColumn<bool>("horizontal");
-    QTest::addColumn<QList<Move>>("moves");
-    QTest::addColumn<QPoint>("release");
-    QTest::addColumn<QStringList>("sent");
+    QTest::addColumn<Gesture>("gesture"); // after a press at (40, 12)
 
+    using namespace Step;
     const QPoint start(40, 12);
-    const QList<Move> none;
-    QTest::newRow("click without movement sends nothing")
-        << "0.5" << false << none << start << QStringList();
-    QTest::newRow("ten pixels up") << "0.5" << false << QList<Move>{{start + QPoint(0, -10), {}}}
-                                   << start + QPoint(0, -10) << QStringList{"0.533333/1", "0.533333/0"};
-    QTest::newRow("sideways does not count") << "0.5" << false << QList<Move>{{start + QPoint(25, 0), {}}}
-                                             << start + QPoint(25, 0) << QStringList();
+    const QPoint up10 = start + QPoint(0, -10);
+    QTest::newRow("click without movement sends nothing") << "0.5" << false << Gesture{release(start)};
+    QTest::newRow("ten pixels up") << "0.5" << false
+                                   << Gesture{move(up10, {"pos 0.533333 1"}), release(up10, {"pos 0.533333 0"})};
+    QTest::newRow("sideways does not count") << "0.5" << false
+                                             << Gesture{move(start + QPoint(25, 0)), release(start + QPoint(25, 0))};
     QTest::newRow("back to start sends nothing at release")
-        << "0.5" << false << QList<Move>{{start + QPoint(0, 3), {}}, {start, {}}} << start
-        << QStringList{"0.49/1"};
-    QTest::newRow("start is rounded") << "0.4985" << false << QList<Move>{{start + QPoint(0, -1), {}}}
-                                      << start + QPoint(0, -1) << QStringList{"0.503333/1", "0.503333/0"};
+        << "0.5" << false << Gesture{move(start + QPoint(0, 3), {"pos 0.49 1"}), move(start), release(start)};
+    QTest::newRow("start is rounded") << "0.4985" << false
+                                      << Gesture{move(start + QPoint(0, -1), {"pos 0.503333 1"}),
+                                                 release(start + QPoint(0, -1), {"pos 0.503333 0"})};
     QTest::newRow("below zero keeps sending 0")
-        << "0.01" << false << QList<Move>{{start + QPoint(0, 10), {}}, {start + QPoint(0, 20), {}}}
-        << start + QPoint(0, 20) << QStringList{"0/1", "0/1", "0/0"};
+        << "0.01" << false
+        << Gesture{move(start + QPoint(0, 10), {"pos 0 1"}), move(start + QPoint(0, 20), {"pos 0 1"}),
+                   release(start + QPoint(0, 20), {"pos 0 0"})};
     QTest::newRow("above the top keeps sending 1")
-        << "0.99" << false << QList<Move>{{start + QPoint(0, -10), {}}, {start + QPoint(0, -11), {}}}
-        << start + QPoint(0, -11) << QStringList{"1/1", "1/1", "1/0"};
-    QTest::newRow("not a number starts at 0") << "abc" << false << QList<Move>{{start + QPoint(0, -30), {}}}
-                                              << start + QPoint(0, -30) << QStringList{"0.1/1", "0.1/0"};
-    QTest::newRow("horizontal: right and up") << "0.5" << true << QList<Move>{{start + QPoint(10, -10), {}}}
-                                              << start + QPoint(10, -10)
-                                              << QStringList{"0.533333/1", "0.533333/0"};
-    QTest::newRow("horizontal: right and down cancel") << "0.5" << true
-                                                       << QList<Move>{{start + QPoint(10, 10), {}}}
-                                                       << start + QPoint(10, 10) << QStringList();
-    QTest::newRow("horizontal: right alone at half speed") << "0.5" << true
-                                                           << QList<Move>{{start + QPoint(20, 0), {}}}
-                                                           << start + QPoint(20, 0)
-                                                           << QStringList{"0.533333/1", "0.533333/0"};
+        << "0.99" << false
+        << Gesture{move(up10, {"pos 1 1"}), move(start + QPoint(0, -11), {"pos 1 1"}),
+                   release(start + QPoint(0, -11), {"pos 1 0"})};
+    QTest::newRow("not a number starts at 0") << "abc" << false
+                                              << Gesture{move(start + QPoint(0, -30), {"pos 0.1 1"}),
+                                                         release(start + QPoint(0, -30), {"pos 0.1 0"})};
+    QTest::newRow("horizontal: right and up") << "0.5" << true
+                                              << Gesture{move(start + QPoint(10, -10), {"pos 0.533333 1"}),
+                                                         release(start + QPoint(10, -10), {"pos 0.533333 0"})};
+    QTest::newRow("horizontal: right and down cancel")
+        << "0.5" << true << Gesture{move(start + QPoint(10, 10)), release(start + QPoint(10, 10))};
+    QTest::newRow("horizontal: right alone at half speed")
+        << "0.5" << true
+        << Gesture{move(start + QPoint(20, 0), {"pos 0.533333 1"}), release(start + QPoint(20, 0), {"pos 0.533333 0"})};
     QTest::newRow("a modifier ends the drag")
         << "0.5" << false
-        << QList<Move>{{start + QPoint(0, -3), {}}, {start + QPoint(0, -6), Qt::ShiftModifier},
-                       {start + QPoint(0, -9), {}}}
-        << start + QPoint(0, -9) << QStringList{"0.51/1"};
+        << Gesture{move(start + QPoint(0, -3), {"pos 0.51 1"}), move(start + QPoint(0, -6)).with(Qt::ShiftModifier),
+                   move(start + QPoint(0, -9)), release(start + QPoint(0, -9))};
 }
 
 void tst_NumberBox::drag()
 {
     QFETCH(QString, val);
     QFETCH(bool, horizontal);
-    QFETCH(QList<Move>, moves);
-    QFETCH(QPoint, release);
-    QFETCH(QStringList, sent);
+    QFETCH(Gesture, gesture);
 
     NumberBox *b = box(val);
     b->setHorizontalDrag(horizontal);
@@ -421,19 +410,10 @@ void tst_NumberBox::drag()
     mouse(b, QEvent::MouseButtonPress, QPoint(40, 12));
     QVERIFY(b->isDragging());
     QCOMPARE(host.selections.size(), selections + 1);
-    for (const Move &m : moves) {
-        QMouseEvent e(QEvent::MouseMove, m.pos, b->mapToGlobal(m.pos), Qt::NoButton, Qt::LeftButton, m.modifiers);
-        QApplication::sendEvent(b, &e);
-    }
-    mouse(b, QEvent::MouseButtonRelease, release);
+    QCOMPARE(host.requests.size(), 0);
+    const Gestures::Result r = Gestures::play(b, host, gesture, Gestures::describeFor(QStringLiteral("Ch/Gain")));
+    QCOMPARE(r.sent, r.expected);
     QVERIFY(!b->isDragging());
-
-    QStringList got;
-    for (const ControlTestHost::Request &r : host.requests) {
-        QCOMPARE(r.kind, 0);
-        got << r.arg("ui_prm_val") + QLatin1Char('/') + r.arg("set_prm_type");
-    }
-    QCOMPARE(got, sent);
 }
 
 void tst_NumberBox::controlPressGoesToCore()
@@ -469,15 +449,10 @@ void tst_NumberBox::horizontalDragRoundsTowardZero()
     // to the right is already a step.
     NumberBox *b = box();
     b->setHorizontalDrag(true);
-    mouse(b, QEvent::MouseButtonPress, QPoint(41, 12));
-    QMouseEvent move(QEvent::MouseMove, QPoint(42, 12), b->mapToGlobal(QPoint(42, 12)), Qt::NoButton, Qt::LeftButton,
-                     Qt::NoModifier);
-    QApplication::sendEvent(b, &move);
-    mouse(b, QEvent::MouseButtonRelease, QPoint(42, 12));
-    QStringList got;
-    for (const ControlTestHost::Request &r : host.requests)
-        got << r.arg("ui_prm_val") + QLatin1Char('/') + r.arg("set_prm_type");
-    QCOMPARE(got, QStringList({"0.503333/1", "0.503333/0"}));
+    const Gesture gesture{Step::press(41, 12), Step::move(42, 12, {"pos 0.503333 1"}),
+                          Step::release(42, 12, {"pos 0.503333 0"})};
+    const Gestures::Result r = Gestures::play(b, host, gesture, Gestures::describeFor(QStringLiteral("Ch/Gain")));
+    QCOMPARE(r.sent, r.expected);
 }
 
 void tst_NumberBox::textRectangle_data()
@@ -519,40 +494,22 @@ void tst_NumberBox::textRectangle()
 
 void tst_NumberBox::wheel_data()
 {
-    QTest::addColumn<QList<int>>("deltas");
-    QTest::addColumn<QStringList>("steps");
-
-    QTest::newRow("one notch up") << QList<int>{120} << QStringList{"1"};
-    QTest::newRow("two notches down") << QList<int>{-240} << QStringList{"-1", "-1"};
-    QTest::newRow("half notches add up") << QList<int>{60, 30, 30} << QStringList{"1"};
-    QTest::newRow("less than a notch") << QList<int>{60} << QStringList();
+    QTest::addColumn<Gesture>("gesture");
+    Gestures::addWheelNotchRows(QPoint(40, 12), QStringLiteral("0.75"));
 }
 
 void tst_NumberBox::wheel()
 {
-    QFETCH(QList<int>, deltas);
-    QFETCH(QStringList, steps);
+    QFETCH(Gesture, gesture);
 
     NumberBox *b = box(QStringLiteral("0.75"));
-    for (int d : deltas) {
-        QWheelEvent e(QPointF(40, 12), QPointF(b->mapToGlobal(QPoint(40, 12))), QPoint(), QPoint(0, d), Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(b, &e);
-    }
-    QStringList got;
-    for (const ControlTestHost::Request &r : host.requests) {
-        QCOMPARE(r.kind, 2);
-        QCOMPARE(r.arg("ui_prm_val"), QStringLiteral("0.75"));
-        got << r.arg("ui_prm_step");
-    }
-    QCOMPARE(got, steps);
+    const Gestures::Result r = Gestures::play(b, host, gesture, Gestures::describeFor(QStringLiteral("Ch/Gain")));
+    QCOMPARE(r.sent, r.expected);
 
     // An open editor keeps its text.
     host.requests.clear();
     key(b, Qt::Key_Return);
-    QWheelEvent e(QPointF(40, 12), QPointF(b->mapToGlobal(QPoint(40, 12))), QPoint(), QPoint(0, 120), Qt::NoButton,
-                  Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(b, &e);
+    Input::wheel(b, 120, QPoint(40, 12));
     QVERIFY(b->isEditing());
     QVERIFY(host.requests.isEmpty());
 }

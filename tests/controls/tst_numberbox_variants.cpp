@@ -363,19 +363,8 @@ void tst_NumberBoxVariants::addressing()
     reset();
     host.setParameter(prmAddr, QStringLiteral("0.5"), QStringLiteral("v"));
     host.setParameter(QStringLiteral("Ch/DelayUnit"), QStringLiteral("0"), QStringLiteral("ms"));
-    NumberBox *b = nullptr;
-    if (type == QLatin1String("ChannelSelectNumberBox"))
-        b = host.make<ChannelSelectNumberBox>(xml);
-    else if (type == QLatin1String("ChannelSelectDelaySubTimeNumberBox"))
-        b = host.make<ChannelSelectDelaySubTimeNumberBox>(xml);
-    else if (type == QLatin1String("SpeakerNumberBox"))
-        b = host.make<SpeakerNumberBox>(xml);
-    else if (type == QLatin1String("TuningZoneNumberBox"))
-        b = host.make<TuningZoneNumberBox>(xml);
-    else if (type == QLatin1String("MatrixMixerNumberBox"))
-        b = host.make<MatrixMixerNumberBox>(xml);
-    else
-        b = host.make<VelaMatrixPanNumberBox>(xml);
+    NumberBox *b = host.make<NumberBox>(type, xml);
+    QVERIFY(b);
     QCOMPARE(b->shownText(), QStringLiteral("v"));
     key(b, Qt::Key_Down);
     QCOMPARE(host.requests.size(), 1);

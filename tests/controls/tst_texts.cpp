@@ -4,31 +4,16 @@
 
 #include <QSignalSpy>
 #include <QtTest>
+#include "support/Pixels.h"
+#include "support/Render.h"
 
 using Input::key;
 using Input::mouse;
 
 namespace {
 
-QRect inkBounds(const QImage &image, const QColor &ink)
-{
-    QRect bounds;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixelColor(x, y) == ink)
-                bounds |= QRect(x, y, 1, 1);
-        }
-    }
-    return bounds;
-}
-
-QImage rendered(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32);
-    image.fill(Qt::black);
-    w->render(&image);
-    return image;
-}
+// With the widget's own background, on black.
+const RenderOptions withBackground{Qt::black, QWidget::DrawWindowBackground | QWidget::DrawChildren};
 
 } // namespace
 
@@ -119,7 +104,7 @@ void tst_Texts::parameterText()
                                                       "<TextColor>255,0,0</TextColor>") + xml);
     t->resize(120, 24);
     QCOMPARE(t->shownText(), shown);
-    QVERIFY(inkBounds(rendered(t), QColor(255, 0, 0)).isValid());
+    QVERIFY(Pixels::inkBox(render(t, withBackground), QColor(255, 0, 0), 0).isValid());
 
     t->setFocus();
     key(t, Qt::Key_Return);
@@ -172,7 +157,7 @@ void tst_Texts::textLayout()
                                              "<FontSize>12</FontSize>") + xml);
     QCOMPARE(t->shownText(), QStringLiteral("Output"));
     QCOMPARE(int(t->textAlignment()), alignment);
-    const QRect ink = inkBounds(rendered(t), QColor(0, 255, 0));
+    const QRect ink = Pixels::inkBox(render(t, withBackground), QColor(0, 255, 0), 0);
     QVERIFY(ink.isValid());
     if (where == QLatin1String("left")) {
         QVERIFY(ink.left() < 10);
@@ -200,8 +185,8 @@ void tst_Texts::titleButton()
     mouse(t, QEvent::MouseButtonPress, t->buttonRect().center());
     QCOMPARE(clicked.count(), 1);
     // The button is drawn in the text colour.
-    const QImage image = rendered(t);
-    QVERIFY(inkBounds(image, t->textColor()).intersects(t->buttonRect()));
+    const QImage image = render(t, withBackground);
+    QVERIFY(Pixels::inkBox(image, t->textColor(), 0).intersects(t->buttonRect()));
 }
 
 void tst_Texts::validation_data()

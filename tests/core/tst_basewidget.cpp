@@ -1,7 +1,9 @@
 #include "core/BaseWidget.h"
 #include "support/InChildProcess.h"
-#include "support/PaintCounter.h"
+#include "support/Gesture.h"
+#include "support/PaintRecorder.h"
 #include "support/RecordingHost.h"
+#include "support/Xml.h"
 
 #include <QAction>
 #include <QDrag>
@@ -13,17 +15,9 @@
 #include <QMenu>
 #include <QtTest>
 
-namespace {
+using Xml::element;
 
-QDomElement element(const QString &xml)
-{
-    static QList<QDomDocument> keep; // elements must outlive the call
-    QDomDocument doc;
-    const bool ok = doc.setContent(xml);
-    Q_ASSERT(ok);
-    keep.append(doc);
-    return doc.documentElement();
-}
+namespace {
 
 // Counts the repaints a value change asks for.
 class CountingWidget : public BaseWidget
@@ -742,7 +736,7 @@ void tst_BaseWidget::repaintOnMatch()
     w.configure(element("<Widget><Rect x='0' y='0' width='20' height='20'/><Address prmAddr='A'/></Widget>"));
     w.show();
     QVERIFY(QTest::qWaitForWindowExposed(&w));
-    PaintCounter paints(&w);
+    PaintRecorder paints(&w);
     w.changes = 0;
 
     // The same value again: no change hook, but the widget repaints, since
@@ -793,12 +787,9 @@ void tst_BaseWidget::dragStart()
     QTimer::singleShot(0, &w, inspect);
     QTimer::singleShot(2000, &w, [] { QDrag::cancel(); });
 
-    QMouseEvent press(QEvent::MouseButtonPress, QPoint(5, 5), w.mapToGlobal(QPoint(5, 5)), Qt::LeftButton,
-                      Qt::LeftButton, Qt::ControlModifier);
-    QApplication::sendEvent(&w, &press);
+    Input::mouse(&w, QEvent::MouseButtonPress, QPoint(5, 5), Qt::LeftButton, Qt::ControlModifier);
     const QPoint far(5 + 2 * QApplication::startDragDistance(), 5);
-    QMouseEvent move(QEvent::MouseMove, far, w.mapToGlobal(far), Qt::NoButton, Qt::LeftButton, Qt::ControlModifier);
-    QApplication::sendEvent(&w, &move);
+    Input::mouse(&w, QEvent::MouseMove, far, Qt::LeftButton, Qt::ControlModifier);
     // A platform without a drag loop returns at once; the drag is still there.
     if (!seen)
         inspect();

@@ -32,6 +32,21 @@ public:
         QVariantMap data;
     };
 
+    //! The keys a notification about \a prmAddr on \a device carries.
+    static QVariantMap parameterKeys(const QString &prmAddr, const QString &device = QStringLiteral("dev1"))
+    {
+        return {{QStringLiteral("prmAddr"), prmAddr}, {QStringLiteral("dev_uniq_id"), device}};
+    }
+
+    //! Forgets the parameter table and the recorded requests, selections and context actions.
+    void clear()
+    {
+        parameters.clear();
+        requests.clear();
+        selections.clear();
+        actions.clear();
+    }
+
     // Parameter table, keyed by "dev_uniq_id|prmAddr".
     void setParameter(const QString &device, const QString &prmAddr, const QString &val, const QString &str)
     {

@@ -3,33 +3,20 @@
 #include "graphs/area/area_variants.h"
 
 #include <QtTest>
+#include "support/Gesture.h"
+#include "support/Pixels.h"
+#include "support/Render.h"
 
 using Input::mouse;
 
 namespace {
 
-QImage render(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32);
-    image.fill(Qt::black);
-    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    return image;
-}
-
 bool near(const QColor &a, const QColor &b, int tolerance = 40)
 {
-    return qAbs(a.red() - b.red()) + qAbs(a.green() - b.green()) + qAbs(a.blue() - b.blue()) <= tolerance;
+    return Pixels::near(a, b, tolerance);
 }
 
-struct Move
-{
-    QPoint to;
-    int modifiers;
-};
-
 } // namespace
-
-Q_DECLARE_METATYPE(QList<QPoint>)
 
 class tst_Area : public QObject
 {
@@ -44,21 +31,7 @@ private:
         const QString xml = QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"201\" height=\"101\"/>"
                                            "<Address prmAddr=\"Pos/X\"/><Address prmAddr=\"Pos/Y\"/>")
             + extra;
-        if (type == QLatin1String("BeamArea"))
-            return host.make<BeamArea>(xml);
-        return host.make<TrackingArea>(xml);
-    }
-    //! "index:value:type" of every request since the last call.
-    QStringList sent()
-    {
-        QStringList out;
-        for (const auto &r : qAsConst(host.requests)) {
-            out << QStringLiteral("%1:%2:%3").arg(r.index).arg(r.arg("ui_prm_val"), r.arg("set_prm_type"));
-            if (r.kind != 0)
-                out << QStringLiteral("kind %1").arg(r.kind);
-        }
-        host.requests.clear();
-        return out;
+        return host.make<PadArea>(type, xml);
     }
 
 private slots:
@@ -76,10 +49,7 @@ private slots:
 
 void tst_Area::init()
 {
-    host.requests.clear();
-    host.selections.clear();
-    host.actions.clear();
-    host.parameters.clear();
+    host.clear();
     host.zoom = 1.0f;
     host.setParameter(QStringLiteral("Pos/X"), QStringLiteral("0.5"), QStringLiteral("0"));
     host.setParameter(QStringLiteral("Pos/Y"), QStringLiteral("0.5"), QStringLiteral("0"));
@@ -123,54 +93,51 @@ void tst_Area::handleFollowsTheParameters()
 
 void tst_Area::drag_data()
 {
-    QTest::addColumn<QList<QPoint>>("moves");
-    QTest::addColumn<QList<int>>("shift");
-    QTest::addColumn<QStringList>("expected");
+    QTest::addColumn<Gesture>("gesture"); // after a press at (102, 50)
 
-    // The handle starts at (100, 50); presses land 2 px right of it.
-    QTest::newRow("click without movement") << QList<QPoint>{} << QList<int>{0} << QStringList();
-    QTest::newRow("move back to the start") << QList<QPoint>{QPoint(102, 50)} << QList<int>{0, 0} << QStringList();
-    QTest::newRow("free drag")
-        << QList<QPoint>{QPoint(152, 40), QPoint(202, 0)} << QList<int>{0, 0, 0}
-        << QStringList{"0:0.75:1", "1:0.6:1", "0:1:1", "1:1:1", "0:1:0", "1:1:0"};
-    QTest::newRow("clamped outside")
-        << QList<QPoint>{QPoint(-50, 300)} << QList<int>{0, 0}
-        << QStringList{"0:0:1", "1:0:1", "0:0:0", "1:0:0"};
+    // The handle starts at (100, 50); presses land 2 px right of it. Each move sends both axes.
+    using namespace Step;
+    const Qt::KeyboardModifiers shift = Qt::ShiftModifier;
+    QTest::newRow("click without movement") << Gesture{release(102, 50)};
+    QTest::newRow("move back to the start") << Gesture{move(102, 50), release(102, 50)};
+    QTest::newRow("free drag") << Gesture{move(152, 40, {"0:0.75:1", "1:0.6:1"}), move(202, 0, {"0:1:1", "1:1:1"}),
+                                          release(202, 0, {"0:1:0", "1:1:0"})};
+    QTest::newRow("clamped outside") << Gesture{move(-50, 300, {"0:0:1", "1:0:1"}),
+                                                release(-50, 300, {"0:0:0", "1:0:0"})};
     QTest::newRow("Shift locks across first")
-        << QList<QPoint>{QPoint(112, 50), QPoint(142, 10)} << QList<int>{1, 1, 1}
-        << QStringList{"0:0.55:1", "1:0.5:1", "0:0.7:1", "1:0.5:1", "0:0.7:0", "1:0.5:0"};
+        << Gesture{move(112, 50, {"0:0.55:1", "1:0.5:1"}).with(shift),
+                   move(142, 10, {"0:0.7:1", "1:0.5:1"}).with(shift),
+                   release(142, 10, {"0:0.7:0", "1:0.5:0"}).with(shift)};
     QTest::newRow("Shift locks up first")
-        << QList<QPoint>{QPoint(102, 30), QPoint(180, 20)} << QList<int>{1, 1, 1}
-        << QStringList{"0:0.5:1", "1:0.7:1", "0:0.5:1", "1:0.8:1", "0:0.5:0", "1:0.8:0"};
+        << Gesture{move(102, 30, {"0:0.5:1", "1:0.7:1"}).with(shift), move(180, 20, {"0:0.5:1", "1:0.8:1"}).with(shift),
+                   release(180, 20, {"0:0.5:0", "1:0.8:0"}).with(shift)};
     QTest::newRow("letting Shift go frees it")
-        << QList<QPoint>{QPoint(102, 30), QPoint(180, 20)} << QList<int>{1, 0, 0}
-        << QStringList{"0:0.5:1", "1:0.7:1", "0:0.89:1", "1:0.8:1", "0:0.89:0", "1:0.8:0"};
+        << Gesture{move(102, 30, {"0:0.5:1", "1:0.7:1"}).with(shift), move(180, 20, {"0:0.89:1", "1:0.8:1"}),
+                   release(180, 20, {"0:0.89:0", "1:0.8:0"})};
     QTest::newRow("near the corner")
-        << QList<QPoint>{QPoint(2 + 2, 50 - 17)} << QList<int>{0, 0}
-        << QStringList{"0:0.01:1", "1:0.67:1", "0:0.01:0", "1:0.67:0"};
+        << Gesture{move(2 + 2, 50 - 17, {"0:0.01:1", "1:0.67:1"}), release(2 + 2, 50 - 17, {"0:0.01:0", "1:0.67:0"})};
 }
 
 void tst_Area::drag()
 {
-    QFETCH(QList<QPoint>, moves);
-    QFETCH(QList<int>, shift);
-    QFETCH(QStringList, expected);
+    QFETCH(Gesture, gesture);
 
+    const auto text = [](const RecordingHost::Request &r) {
+        QString t = QStringLiteral("%1:%2:%3").arg(r.index).arg(r.arg("ui_prm_val"), r.arg("set_prm_type"));
+        if (r.kind != 0)
+            t += QStringLiteral(" kind %1").arg(r.kind);
+        return t;
+    };
     for (const char *type : {"TrackingArea", "BeamArea"}) {
         PadArea *a = pad(QLatin1String(type));
         host.requests.clear();
         mouse(a, QEvent::MouseButtonPress, QPoint(102, 50));
         QVERIFY(a->isDragging());
-        for (int i = 0; i < moves.size(); ++i) {
-            QMouseEvent e(QEvent::MouseMove, moves.at(i), a->mapToGlobal(moves.at(i)), Qt::NoButton, Qt::LeftButton,
-                          shift.at(i) ? Qt::ShiftModifier : Qt::NoModifier);
-            QApplication::sendEvent(a, &e);
-        }
-        const QPoint end = moves.isEmpty() ? QPoint(102, 50) : moves.last();
-        mouse(a, QEvent::MouseButtonRelease, end, Qt::LeftButton, shift.last() ? Qt::ShiftModifier : Qt::NoModifier);
+        QCOMPARE(host.requests.size(), 0);
+        const Gestures::Result r = Gestures::play(a, host, gesture, text);
         QVERIFY(!a->isDragging());
         QCOMPARE(a->axisLock(), 0);
-        QCOMPARE(sent(), expected);
+        QCOMPARE(r.sent, r.expected);
     }
 }
 
@@ -197,9 +164,7 @@ void tst_Area::pressesOffTheHandleOrWithControl()
     PadArea *a = pad(QStringLiteral("TrackingArea"));
     mouse(a, QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::KeyboardModifiers(modifiers));
     QVERIFY(!a->isDragging());
-    QMouseEvent e(QEvent::MouseMove, QPoint(150, 80), a->mapToGlobal(QPoint(150, 80)), Qt::NoButton, Qt::LeftButton,
-                  Qt::KeyboardModifiers(modifiers));
-    QApplication::sendEvent(a, &e);
+    mouse(a, QEvent::MouseMove, QPoint(150, 80), Qt::LeftButton, Qt::KeyboardModifiers(modifiers));
     mouse(a, QEvent::MouseButtonRelease, QPoint(150, 80), Qt::LeftButton, Qt::KeyboardModifiers(modifiers));
     QVERIFY(host.requests.isEmpty());
     QCOMPARE(a->highlight(), highlight);

@@ -10,8 +10,9 @@
 #include <QTemporaryDir>
 #include <QFileDialog>
 #include <QtTest>
+#include "support/Render.h"
 #include "support/ModalWatch.h"
-#include "support/PaintCounter.h"
+#include "support/PaintRecorder.h"
 #include "support/Pixels.h"
 
 using Input::mouse;
@@ -23,14 +24,6 @@ const char *const muteXml = "<Rect x=\"10\" y=\"10\" width=\"60\" height=\"24\"/
 
 const QColor panel(10, 20, 30);
 
-QImage render(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32);
-    image.fill(panel);
-    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    return image;
-}
-
 //! Pixels in \a area whose colour is close to \a colour (text is antialiased).
 int countNear(const QImage &image, const QColor &colour, const QRect &area, int tolerance = 40)
 {
@@ -40,14 +33,7 @@ int countNear(const QImage &image, const QColor &colour, const QRect &area, int 
 //! The bounding box of the pixels countNear() counts.
 QRect inkBox(const QImage &image, const QColor &colour, const QRect &area, int tolerance = 40)
 {
-    QRect box;
-    for (int y = area.top(); y <= area.bottom(); ++y) {
-        for (int x = area.left(); x <= area.right(); ++x) {
-            if (countNear(image, colour, QRect(x, y, 1, 1), tolerance))
-                box |= QRect(x, y, 1, 1);
-        }
-    }
-    return box;
+    return Pixels::inkBox(image, colour, tolerance, area);
 }
 
 void key(QWidget *w, QEvent::Type type, int k, bool autoRepeat = false)
@@ -114,10 +100,7 @@ private:
     W *button(const QString &val, const QString &extra = QString(), const QString &str = QString())
     {
         host.window.reset();
-        host.requests.clear();
-        host.selections.clear();
-        host.actions.clear();
-        host.parameters.clear();
+        host.clear();
         host.setParameter(QStringLiteral("Ch/Mute"), val, str);
         return host.make<W>(QLatin1String(muteXml) + extra);
     }
@@ -316,11 +299,10 @@ void tst_Button::dragOutShowsReleased()
 {
     Button *b = button(QStringLiteral("0"));
     mouse(b, QEvent::MouseButtonPress, QPoint(30, 12));
-    QCOMPARE(render(b).pixelColor(30, 12), QColor(Button::faceColor.darker(140).rgb()));
-    QMouseEvent move(QEvent::MouseMove, QPoint(90, 12), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(b, &move);
+    QCOMPARE(render(b, panel).pixelColor(30, 12), QColor(Button::faceColor.darker(140).rgb()));
+    mouse(b, QEvent::MouseMove, QPoint(90, 12));
     QVERIFY(b->isPressed());
-    QCOMPARE(render(b).pixelColor(30, 12), Button::faceColor);
+    QCOMPARE(render(b, panel).pixelColor(30, 12), Button::faceColor);
     mouse(b, QEvent::MouseButtonRelease, QPoint(90, 12));
     QVERIFY(host.requests.isEmpty());
 }
@@ -422,7 +404,7 @@ void tst_Button::paintFace()
     Button *b = type == QLatin1String("FlatButton") ? button<FlatButton>(val, extra) : button(val, extra);
     if (press)
         ::key(b, QEvent::KeyPress, Qt::Key_Space);
-    const QImage image = render(b);
+    const QImage image = render(b, panel);
     QCOMPARE(image.pixelColor(b->width() / 4, b->height() / 4), centre);
     // Rounded: the very corner shows the panel.
     QCOMPARE(image.pixelColor(0, 0), panel);
@@ -473,7 +455,7 @@ void tst_Button::paintImages()
     host.imagePath.clear();
     if (press)
         ::key(b, QEvent::KeyPress, Qt::Key_Space);
-    const QImage image = render(b);
+    const QImage image = render(b, panel);
     // Scaled over the whole button, corners included.
     QCOMPARE(image.pixelColor(b->width() / 2, b->height() / 2), centre);
     QCOMPARE(image.pixelColor(1, 1), centre);
@@ -496,7 +478,7 @@ void tst_Button::paintTextAndIcon()
     b->resize(120, 30);
     QCOMPARE(b->shownText(), QStringLiteral("Mute"));
 
-    QImage image = render(b);
+    QImage image = render(b, panel);
     const QRect left(0, 0, 30, 30), right(30, 0, 90, 30);
     QVERIFY(countNear(image, QColor(0, 255, 0), left, 0) > 100);
     QCOMPARE(countNear(image, QColor(0, 255, 0), right, 0), 0);
@@ -509,7 +491,7 @@ void tst_Button::paintTextAndIcon()
 
     deliver(b, QStringLiteral("1"));
     QCOMPARE(b->shownText(), QStringLiteral("Muted"));
-    image = render(b);
+    image = render(b, panel);
     QVERIFY(inkBox(image, ink, right).width() > offBox.width());
     host.imagePath.clear();
 }
@@ -526,21 +508,21 @@ void tst_Button::imageCache()
     QCOMPARE(b->imagePath(QStringLiteral("a.png")), dir.filePath(QStringLiteral("a.png")));
     QCOMPARE(b->imagePath(QStringLiteral(":/x.png")), QStringLiteral(":/x.png"));
 
-    render(b);
+    render(b, panel);
     const int once = b->cachedImageCount();
     QCOMPARE(once, 1);
-    render(b);
+    render(b, panel);
     QCOMPARE(b->cachedImageCount(), once);
     // The file is read once: removing it does not change what is drawn.
     QVERIFY(QFile::remove(dir.filePath(QStringLiteral("a.png"))));
-    QCOMPARE(render(b).pixelColor(5, 5), QColor(Qt::blue));
+    QCOMPARE(render(b, panel).pixelColor(5, 5), QColor(Qt::blue));
 
     b->setOffImage(QStringLiteral("b.png"));
     QCOMPARE(b->cachedImageCount(), 0);
-    render(b);
+    render(b, panel);
     QCOMPARE(b->cachedImageCount(), 1);
     b->setOffImage(QStringLiteral("missing.png"));
-    QCOMPARE(render(b).pixelColor(b->width() / 4, b->height() / 4), Button::faceColor);
+    QCOMPARE(render(b, panel).pixelColor(b->width() / 4, b->height() / 4), Button::faceColor);
     host.imagePath.clear();
 }
 
@@ -674,27 +656,25 @@ void tst_Button::focusRing()
     other->show();
     other->setFocus();
     QVERIFY(!b->hasFocus());
-    const QImage unfocused = render(b);
+    const QImage unfocused = render(b, panel);
     const QRect edge(0, 2, b->width(), 1);
 
     b->setFocus(Qt::MouseFocusReason);
     QVERIFY(b->hasFocus());
-    QCOMPARE(render(b).copy(edge), unfocused.copy(edge));
+    QCOMPARE(render(b, panel).copy(edge), unfocused.copy(edge));
 
     other->setFocus();
     b->setFocus(Qt::TabFocusReason);
-    QVERIFY(render(b).copy(edge) != unfocused.copy(edge));
+    QVERIFY(render(b, panel).copy(edge) != unfocused.copy(edge));
     other->setFocus();
-    QCOMPARE(render(b).copy(edge), unfocused.copy(edge));
+    QCOMPARE(render(b, panel).copy(edge), unfocused.copy(edge));
 }
 
 void tst_Button::unchangedStateDoesNotRepaint()
 {
     Button *b = button(QStringLiteral("1"), QStringLiteral("<Text>A</Text>"));
-    PaintCounter counter;
-    b->installEventFilter(&counter);
-    QCoreApplication::processEvents();
-    counter.paints = 0;
+    PaintRecorder counter;
+    QVERIFY(counter.watchSettled(b));
 
     deliver(b, QStringLiteral("1"));
     b->setText(QStringLiteral("A"));
@@ -703,6 +683,7 @@ void tst_Button::unchangedStateDoesNotRepaint()
     QCoreApplication::processEvents();
     // A notification that matched repaints once, changed or not; the rest paints nothing.
     QCOMPARE(counter.paints, 1);
+    counter.clear();
 
     deliver(b, QStringLiteral("0"));
     QCoreApplication::processEvents();
@@ -971,7 +952,7 @@ void tst_Button::equivalent()
     QCOMPARE(b->isOn(), on);
     QCOMPARE(b->isMixed(), mixed);
     // Only a mixed button carries the lit bar along its bottom.
-    QCOMPARE(render(b).pixelColor(30, 19) == Button::litColor, on || mixed);
+    QCOMPARE(render(b, panel).pixelColor(30, 19) == Button::litColor, on || mixed);
     mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
     mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5));
     QCOMPARE(host.requests.size(), values.size());
@@ -987,22 +968,20 @@ void tst_Button::blink()
     auto *b = button<BlinkButton>(QStringLiteral("1"), QStringLiteral("<Text>.</Text>"));
     auto *other = new BlinkButton(&host, &host.registry, host.window.get());
     other->setGeometry(100, 10, 60, 24);
-    QDomDocument doc;
-    doc.setContent(QStringLiteral("<Widget><Address prmAddr=\"Ch/Mute\"/><Text>.</Text></Widget>"));
-    other->configure(doc.documentElement());
+    other->configure(Xml::widget(QStringLiteral("<Address prmAddr=\"Ch/Mute\"/><Text>.</Text>")));
     QVERIFY(b->isBlinking());
     QVERIFY(other->isBlinking());
     QCOMPARE(controller.blinkingCount(), 2);
     QVERIFY(controller.timer()->isActive());
 
     const QPoint probe(15, 6);
-    QCOMPARE(render(b).pixelColor(probe), Button::litColor);
+    QCOMPARE(render(b, panel).pixelColor(probe), Button::litColor);
     QVERIFY(QMetaObject::invokeMethod(controller.timer(), "timeout"));
-    QCOMPARE(render(b).pixelColor(probe), Button::faceColor);
-    QCOMPARE(render(other).pixelColor(probe), Button::faceColor);
+    QCOMPARE(render(b, panel).pixelColor(probe), Button::faceColor);
+    QCOMPARE(render(other, panel).pixelColor(probe), Button::faceColor);
     QCOMPARE(b->displayState(), 2);
     controller.toggle();
-    QCOMPARE(render(b).pixelColor(probe), Button::litColor);
+    QCOMPARE(render(b, panel).pixelColor(probe), Button::litColor);
 
     deliver(b, QStringLiteral("0"));
     QCOMPARE(controller.blinkingCount(), 1);
@@ -1179,9 +1158,7 @@ template <class B>
 B *addButton(ControlTestHost &host, const QString &xml)
 {
     auto *b = new B(&host, &host.registry, host.window.get());
-    QDomDocument doc;
-    doc.setContent(QStringLiteral("<Widget>%1</Widget>").arg(xml));
-    b->configure(doc.documentElement());
+    b->configure(Xml::widget(xml));
     b->show();
     return b;
 }
@@ -1219,17 +1196,8 @@ void tst_Button::matrixCellButtons()
     const QString xml = QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"20\" height=\"20\"/>"
                                        "<XIndex>3</XIndex><AddressForm prmAddr=\"Mix/In{y}/Out{x}/On\"/>"
                                        "<YIndex>2</YIndex>");
-    MatrixButton *b = nullptr;
-    if (type == QLatin1String("MatrixButton"))
-        b = host.make<MatrixButton>(xml);
-    else if (type == QLatin1String("MatrixMixerButton"))
-        b = host.make<MatrixMixerButton>(xml);
-    else if (type == QLatin1String("BrioMatrixButton"))
-        b = host.make<BrioMatrixButton>(xml);
-    else if (type == QLatin1String("BrioMatrixMixerButton"))
-        b = host.make<BrioMatrixMixerButton>(xml);
-    else
-        b = host.make<VelaMatrixMixerButton>(xml);
+    auto *b = host.make<MatrixButton>(type, xml);
+    QVERIFY(b);
     QCOMPARE(b->addressAt(0).prmAddr(), QStringLiteral("Mix/In2/Out3/On"));
     QCOMPARE(b->isOn(), current == QLatin1String("1"));
     click(b);

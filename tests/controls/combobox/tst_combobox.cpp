@@ -5,22 +5,16 @@
 #include <QPainter>
 #include <QSignalSpy>
 #include <QtTest>
-#include "support/PaintCounter.h"
+#include "support/Render.h"
+#include "support/PaintRecorder.h"
 #include "support/Pixels.h"
 
 using Input::mouse;
+using Input::wheel;
 
 namespace {
 
 const QColor panel(10, 20, 30);
-
-QImage render(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32);
-    image.fill(panel);
-    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    return image;
-}
 
 int countNear(const QImage &image, const QColor &colour, const QRect &area, int tolerance = 60)
 {
@@ -31,14 +25,6 @@ void sendKey(QWidget *w, int k, Qt::KeyboardModifiers mods = Qt::NoModifier, con
              bool autoRepeat = false)
 {
     QKeyEvent e(QEvent::KeyPress, k, mods, text, autoRepeat);
-    QApplication::sendEvent(w, &e);
-}
-
-void wheel(QWidget *w, int delta)
-{
-    const QPoint pos(5, 5);
-    QWheelEvent e(pos, w->mapToGlobal(pos), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
-                  Qt::NoScrollPhase, false);
     QApplication::sendEvent(w, &e);
 }
 
@@ -97,10 +83,7 @@ private slots:
 
 void tst_ComboBox::init()
 {
-    host.requests.clear();
-    host.selections.clear();
-    host.actions.clear();
-    host.parameters.clear();
+    host.clear();
     setInput(QStringLiteral("0.5"), QStringLiteral("Line"));
 }
 
@@ -465,17 +448,15 @@ void tst_ComboBox::openPopupFollowsTheParameter()
 void tst_ComboBox::textChangesRepaintOnlyWhenTheTextChanges()
 {
     ComboBox *c = combo();
-    QVERIFY(QTest::qWaitForWindowExposed(c));
-    QTest::qWait(20);
-    PaintCounter counter;
-    c->installEventFilter(&counter);
+    PaintRecorder counter;
+    QVERIFY(counter.watchSettled(c));
     QSignalSpy changed(c, &ComboBox::currentTextChanged);
 
     setInput(QStringLiteral("0.51"), QStringLiteral("Line"));
     c->notifyValueChanged(input);
-    QTest::qWait(30);
     // A notification that matched repaints once, changed or not; the rest paints nothing.
-    QCOMPARE(counter.paints, 1);
+    QCOMPARE(counter.paintsNow(), 1);
+    counter.clear();
     QCOMPARE(changed.count(), 0);
 
     setInput(QStringLiteral("0"), QStringLiteral("Mic"));
@@ -487,7 +468,7 @@ void tst_ComboBox::textChangesRepaintOnlyWhenTheTextChanges()
 
     // Setters return early when nothing changes.
     QTest::qWait(30);
-    counter.paints = 0;
+    counter.clear();
     c->setTextColor(c->textColor());
     c->setBackgroundColor(c->backgroundColor());
     c->setReadOnly(false);
@@ -518,7 +499,7 @@ void tst_ComboBox::painting()
 
     setInput(QStringLiteral("0.5"), QStringLiteral("WWWW"));
     ComboBox *c = combo(xml);
-    const QImage image = render(c);
+    const QImage image = render(c, panel);
     const QRect inside = c->rect().adjusted(2, 2, -2, -2);
     QVERIFY(countNear(image, background, inside, 10) > inside.width() * inside.height() / 2);
 
@@ -546,7 +527,7 @@ void tst_ComboBox::painting()
 
     // Disabled: everything at half strength, so the full text colour is gone.
     c->setEnabled(false);
-    QCOMPARE(countNear(render(c), text, textArea, 30), 0);
+    QCOMPARE(countNear(render(c, panel), text, textArea, 30), 0);
 }
 
 void tst_ComboBox::popupPainting()
@@ -555,7 +536,7 @@ void tst_ComboBox::popupPainting()
     QVERIFY(c->showPopup());
     ComboBoxPopup *p = c->popup();
     sendKey(p, Qt::Key_Down); // highlight USB, the checked row stays Line
-    const QImage image = render(p);
+    const QImage image = render(p, panel);
     const QRect line = p->rowRect(1);
     const QRect usb = p->rowRect(2);
     QVERIFY(countNear(image, ComboBoxPopup::highlightColor, usb, 10) > usb.width() * usb.height() / 2);
@@ -571,7 +552,7 @@ void tst_ComboBox::popupPainting()
         QVERIFY(countNear(image, ComboBox::defaultTextColor, r.adjusted(p->rowHeight(), 0, 0, 0), 60) > 5);
     }
     // The open box shows its frame in the highlight colour.
-    QVERIFY(countNear(render(c), ComboBoxPopup::highlightColor, QRect(c->width() / 2, 0, 1, 1), 30) == 1);
+    QVERIFY(countNear(render(c, panel), ComboBoxPopup::highlightColor, QRect(c->width() / 2, 0, 1, 1), 30) == 1);
     c->hidePopup();
 }
 
@@ -617,27 +598,7 @@ void tst_ComboBox::valueTextList()
 ComboBox *tst_ComboBox::variant(const QString &type, const QString &extra)
 {
     const QString xml = QStringLiteral("<Rect x=\"10\" y=\"10\" width=\"120\" height=\"22\"/>") + extra;
-#define CORVANE_VARIANT(T)                                                                                          \
-    if (type == QLatin1String(#T))                                                                                  \
-        return host.make<T>(xml);
-    CORVANE_VARIANT(ComboBox)
-    CORVANE_VARIANT(KeyInMultiComboBox)
-    CORVANE_VARIANT(ProbeMonitorComboBox)
-    CORVANE_VARIANT(ChannelSelectComboBox)
-    CORVANE_VARIANT(TuningZoneComboBox)
-    CORVANE_VARIANT(TuningZoneDeviceComboBox)
-    CORVANE_VARIANT(SpeakerComboBox)
-    CORVANE_VARIANT(CardSelector)
-    CORVANE_VARIANT(BrioAddressComboBox)
-    CORVANE_VARIANT(VelaAddressComboBox)
-    CORVANE_VARIANT(SDPlayComboBox)
-    CORVANE_VARIANT(AlertComboBox)
-    CORVANE_VARIANT(RejectFocusComboBox)
-    CORVANE_VARIANT(CategoryComboBox)
-    CORVANE_VARIANT(PhonesComboBox)
-    CORVANE_VARIANT(EffectiveMicComboBox)
-#undef CORVANE_VARIANT
-    return nullptr;
+return host.make<ComboBox>(type, xml);
 }
 
 void tst_ComboBox::variants_data()

@@ -7,27 +7,14 @@
 #include <QMenu>
 #include <QTemporaryDir>
 #include <QtTest>
+#include "support/Gesture.h"
+#include "support/PaintRecorder.h"
+#include "support/Render.h"
 
 using Input::key;
 using Input::mouse;
 
 namespace {
-
-struct Step
-{
-    char what; // 'p'ress, 'm'ove, 'r'elease
-    int x;
-    int y;
-    Qt::KeyboardModifiers mods = Qt::NoModifier;
-};
-
-QImage render(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32);
-    image.fill(QColor(1, 2, 3));
-    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    return image;
-}
 
 // Rows of the image that hold \a colour somewhere in column range [x0, x1].
 QList<int> rowsWith(const QImage &image, const QColor &colour, int x0, int x1)
@@ -48,8 +35,6 @@ const QVariantMap faderParameter{{"prmAddr", "Ch1/Fader"}, {"dev_uniq_id", "dev1
 
 } // namespace
 
-Q_DECLARE_METATYPE(QList<Step>)
-
 class tst_Fader : public QObject
 {
     Q_OBJECT
@@ -62,9 +47,7 @@ private:
                  int length = 160)
     {
         host.window.reset();
-        host.requests.clear();
-        host.actions.clear();
-        host.parameters.clear();
+        host.clear();
         host.setParameter(QStringLiteral("Ch1/Fader"), val, QStringLiteral("f"));
         const bool horizontal = type == QLatin1String("HorizontalFader");
         const QString rect = horizontal
@@ -73,39 +56,19 @@ private:
                                  : QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"30\" height=\"%1\"/>"
                                                   "<KnobSize width=\"20\" height=\"10\"/>");
         const QString xml = rect.arg(length) + QStringLiteral("<Address prmAddr=\"Ch1/Fader\"/>") + extra;
-        Fader *f = nullptr;
-        if (horizontal)
-            f = host.make<HorizontalFader>(xml);
-        else if (type == QLatin1String("TuningZoneFader"))
-            f = host.make<TuningZoneFader>("<Zone>z1</Zone>" + xml);
+        QString bind = xml;
+        if (type == QLatin1String("TuningZoneFader"))
+            bind = QStringLiteral("<Zone>z1</Zone>") + xml;
         else if (type == QLatin1String("ChannelSelectFader"))
-            f = host.make<ChannelSelectFader>(QString(xml).replace("Ch1/Fader", "Ch{ChNum}/Fader")
-                                              + "<ChNum>1</ChNum>");
-        else if (type == QLatin1String("GeqFader"))
-            f = host.make<GeqFader>(xml);
-        else
-            f = host.make<Fader>(xml);
+            bind = QString(xml).replace("Ch1/Fader", "Ch{ChNum}/Fader") + "<ChNum>1</ChNum>";
+        Fader *f = host.make<Fader>(type, bind);
+        if (!f)
+            qFatal("%s is no fader type", qPrintable(type));
         f->setFocus();
         return f;
     }
 
-    QStringList sent() const
-    {
-        QStringList out;
-        for (const auto &r : host.requests) {
-            if (r.kind == 0)
-                out << QStringLiteral("pos %1 %2").arg(r.arg("ui_prm_val"), r.arg("set_prm_type"));
-            else if (r.kind == 2)
-                out << QStringLiteral("step %1").arg(r.arg("ui_prm_step"));
-            else if (r.kind == 1)
-                out << QStringLiteral("text %1").arg(r.arg("ui_prm_str"));
-            else
-                out << QStringLiteral("kind %1").arg(r.kind);
-            if (r.index != 0 || r.address.value("prmAddr").toString() != QLatin1String("Ch1/Fader"))
-                out << QStringLiteral("wrong address");
-        }
-        return out;
-    }
+    QStringList sent() const { return Gestures::described(host, Gestures::describeFor(QStringLiteral("Ch1/Fader"))); }
 
 private slots:
     void levelScalePointer_data();
@@ -121,6 +84,8 @@ private slots:
     void knobFollowsTheValue();
     void keys_data();
     void keys();
+    void wheel_data();
+    void wheel();
     void levelMenu();
     void valueRepaintsOnlyWhenTheKnobMoves();
     void paint_data();
@@ -202,69 +167,64 @@ void tst_Fader::drag_data()
     QTest::addColumn<QString>("type");
     QTest::addColumn<QString>("xml");
     QTest::addColumn<int>("length");
-    QTest::addColumn<QList<Step>>("gesture");
-    QTest::addColumn<QStringList>("expected");
+    QTest::addColumn<Gesture>("gesture");
 
+    using namespace Step;
     // Vertical: a 160-pixel fader with a 10-pixel knob travels 150; the knob of value 0 spans y 150 to 159.
     const QString zeroDb = QStringLiteral("<ParameterType>0dB</ParameterType>");
     const QString tenDb = QStringLiteral("<ParameterType>10dB</ParameterType>");
     QTest::newRow("click on the knob sends nothing") << "Fader" << "" << 160
-                                                     << QList<Step>{{'p', 15, 155}, {'r', 15, 155}} << QStringList();
+                                                     << Gesture{press(15, 155), release(15, 155)};
     QTest::newRow("press beside the knob does nothing")
-        << "Fader" << "" << 160 << QList<Step>{{'p', 15, 100}, {'m', 15, 50}, {'r', 15, 50}} << QStringList();
+        << "Fader" << "" << 160 << Gesture{press(15, 100), move(15, 50), release(15, 50)};
     QTest::newRow("normal, 30 up") << "Fader" << "" << 160
-                                   << QList<Step>{{'p', 15, 155}, {'m', 15, 125}, {'r', 15, 125}}
-                                   << QStringList{"pos 0.2 1", "pos 0.2 0"};
+                                   << Gesture{press(15, 155), move(15, 125, {"pos 0.2 1"}),
+                                              release(15, 125, {"pos 0.2 0"})};
     QTest::newRow("the grab point stays under the mouse")
-        << "Fader" << "" << 160 << QList<Step>{{'p', 15, 159}, {'m', 15, 144}} << QStringList{"pos 0.1 1"};
-    QTest::newRow("above the top is 1") << "Fader" << "" << 160 << QList<Step>{{'p', 15, 150}, {'m', 15, -90}}
-                                        << QStringList{"pos 1 1"};
+        << "Fader" << "" << 160 << Gesture{press(15, 159), move(15, 144, {"pos 0.1 1"})};
+    QTest::newRow("above the top is 1") << "Fader" << "" << 160 << Gesture{press(15, 150), move(15, -90, {"pos 1 1"})};
     QTest::newRow("below the bottom is 0") << "Fader" << "" << 160
-                                           << QList<Step>{{'p', 15, 152}, {'m', 15, 100}, {'r', 15, 400}}
-                                           << QStringList{"pos 0.346667 1", "pos 0 0"};
-    QTest::newRow("no travel sends 0") << "Fader" << "" << 10 << QList<Step>{{'p', 15, 5}, {'m', 15, -50}}
-                                       << QStringList{"pos 0 1"};
-    QTest::newRow("0dB at 42") << "Fader" << zeroDb << 160 << QList<Step>{{'p', 15, 150}, {'m', 15, 108}}
-                               << QStringList{"pos 0.315738 1"};
-    QTest::newRow("0dB mid segment") << "Fader" << zeroDb << 160 << QList<Step>{{'p', 15, 150}, {'m', 15, 99}}
-                                     << QStringList{"pos 0.364614 1"};
-    QTest::newRow("10dB at 88") << "Fader" << tenDb << 160 << QList<Step>{{'p', 15, 150}, {'m', 15, 62}}
-                                << QStringList{"pos 0.706745 1"};
+                                           << Gesture{press(15, 152), move(15, 100, {"pos 0.346667 1"}),
+                                                      release(15, 400, {"pos 0 0"})};
+    QTest::newRow("no travel sends 0") << "Fader" << "" << 10 << Gesture{press(15, 5), move(15, -50, {"pos 0 1"})};
+    QTest::newRow("0dB at 42") << "Fader" << zeroDb << 160 << Gesture{press(15, 150),
+                                                                      move(15, 108, {"pos 0.315738 1"})};
+    QTest::newRow("0dB mid segment") << "Fader" << zeroDb << 160 << Gesture{press(15, 150),
+                                                                            move(15, 99, {"pos 0.364614 1"})};
+    QTest::newRow("10dB at 88") << "Fader" << tenDb << 160 << Gesture{press(15, 150), move(15, 62, {"pos 0.706745 1"})};
     QTest::newRow("0dB past its last pixel is 1") << "Fader" << zeroDb << 160
-                                                  << QList<Step>{{'p', 15, 150}, {'m', 15, 10}} << QStringList{"pos 1 1"};
+                                                  << Gesture{press(15, 150), move(15, 10, {"pos 1 1"})};
     QTest::newRow("0dB short travel tops out below 1")
-        << "Fader" << zeroDb << 70 << QList<Step>{{'p', 15, 60}, {'m', 15, -100}} << QStringList{"pos 0.41349 1"};
+        << "Fader" << zeroDb << 70 << Gesture{press(15, 60), move(15, -100, {"pos 0.41349 1"})};
     QTest::newRow("alt-click asks for the default")
-        << "Fader" << "" << 160 << QList<Step>{{'p', 15, 155, Qt::AltModifier}, {'m', 15, 100}, {'r', 15, 100}}
-        << QStringList{"kind 3"};
+        << "Fader" << "" << 160 << Gesture{press(15, 155, {"kind 3"}).with(Qt::AltModifier), move(15, 100),
+                                           release(15, 100)};
     QTest::newRow("alt wins over control")
-        << "Fader" << "" << 160 << QList<Step>{{'p', 15, 155, Qt::AltModifier | Qt::ControlModifier}}
-        << QStringList{"kind 3"};
+        << "Fader" << "" << 160 << Gesture{press(15, 155, {"kind 3"}).with(Qt::AltModifier | Qt::ControlModifier)};
     QTest::newRow("alt-click beside the knob too") << "Fader" << "" << 160
-                                                   << QList<Step>{{'p', 15, 20, Qt::AltModifier}} << QStringList{"kind 3"};
+                                                   << Gesture{press(15, 20, {"kind 3"}).with(Qt::AltModifier)};
     QTest::newRow("control-click goes to the core")
         << "Fader" << "" << 160
-        << QList<Step>{{'p', 15, 155, Qt::ControlModifier}, {'m', 15, 100}, {'r', 15, 100, Qt::ControlModifier}}
-        << QStringList();
+        << Gesture{press(15, 155).with(Qt::ControlModifier), move(15, 100), release(15, 100).with(Qt::ControlModifier)};
     QTest::newRow("a modifier ends the drag")
         << "Fader" << "" << 160
-        << QList<Step>{{'p', 15, 155}, {'m', 15, 140}, {'m', 15, 100, Qt::ShiftModifier}, {'m', 15, 90}, {'r', 15, 90}}
-        << QStringList{"pos 0.1 1"};
-    QTest::newRow("tuning zone") << "TuningZoneFader" << "" << 160 << QList<Step>{{'p', 15, 155}, {'m', 15, 140}}
-                                 << QStringList{"pos 0.1 1"};
+        << Gesture{press(15, 155), move(15, 140, {"pos 0.1 1"}), move(15, 100).with(Qt::ShiftModifier), move(15, 90),
+                   release(15, 90)};
+    QTest::newRow("tuning zone") << "TuningZoneFader" << "" << 160 << Gesture{press(15, 155),
+                                                                              move(15, 140, {"pos 0.1 1"})};
     QTest::newRow("channel select") << "ChannelSelectFader" << zeroDb << 160
-                                    << QList<Step>{{'p', 15, 155}, {'m', 15, 113}, {'r', 15, 113}}
-                                    << QStringList{"pos 0.315738 1", "pos 0.315738 0"};
+                                    << Gesture{press(15, 155), move(15, 113, {"pos 0.315738 1"}),
+                                               release(15, 113, {"pos 0.315738 0"})};
     // Horizontal: 160 wide with a 10-pixel knob; value 0 puts the knob at x 0 to 9; left is 0.
     QTest::newRow("horizontal, 30 right") << "HorizontalFader" << "" << 160
-                                          << QList<Step>{{'p', 5, 15}, {'m', 35, 15}, {'r', 35, 90}}
-                                          << QStringList{"pos 0.2 1", "pos 0.2 0"};
+                                          << Gesture{press(5, 15), move(35, 15, {"pos 0.2 1"}),
+                                                     release(35, 90, {"pos 0.2 0"})};
     QTest::newRow("horizontal ignores vertical movement")
-        << "HorizontalFader" << "" << 160 << QList<Step>{{'p', 5, 15}, {'m', 5, -50}} << QStringList{"pos 0 1"};
+        << "HorizontalFader" << "" << 160 << Gesture{press(5, 15), move(5, -50, {"pos 0 1"})};
     QTest::newRow("horizontal 0dB") << "HorizontalFader" << zeroDb << 160
-                                    << QList<Step>{{'p', 0, 15}, {'m', 51, 15}} << QStringList{"pos 0.364614 1"};
+                                    << Gesture{press(0, 15), move(51, 15, {"pos 0.364614 1"})};
     QTest::newRow("horizontal press beside the knob") << "HorizontalFader" << "" << 160
-                                                      << QList<Step>{{'p', 50, 15}, {'m', 90, 15}} << QStringList();
+                                                      << Gesture{press(50, 15), move(90, 15)};
 }
 
 void tst_Fader::drag()
@@ -272,18 +232,13 @@ void tst_Fader::drag()
     QFETCH(QString, type);
     QFETCH(QString, xml);
     QFETCH(int, length);
-    QFETCH(QList<Step>, gesture);
-    QFETCH(QStringList, expected);
+    QFETCH(Gesture, gesture);
 
     Fader *f = fader(QStringLiteral("0"), xml, type, length);
     const QRect before = f->knobRect();
-    for (const Step &s : gesture) {
-        const QEvent::Type t = s.what == 'p' ? QEvent::MouseButtonPress
-                               : s.what == 'm' ? QEvent::MouseMove : QEvent::MouseButtonRelease;
-        mouse(f, t, QPoint(s.x, s.y), Qt::LeftButton, s.mods);
-    }
-    QCOMPARE(sent(), expected);
-    if (expected.isEmpty())
+    const Gestures::Result r = Gestures::play(f, host, gesture, Gestures::describeFor(QStringLiteral("Ch1/Fader")));
+    QCOMPARE(r.sent, r.expected);
+    if (r.expected.isEmpty())
         QCOMPARE(f->knobRect(), before);
 }
 
@@ -378,14 +333,14 @@ void tst_Fader::keys_data()
     QTest::addColumn<bool>("visible");
     QTest::addColumn<QStringList>("expected");
 
-    QTest::newRow("up") << "Fader" << int(Qt::Key_Up) << true << QStringList{"step 1"};
-    QTest::newRow("down") << "GeqFader" << int(Qt::Key_Down) << true << QStringList{"step -1"};
+    QTest::newRow("up") << "Fader" << int(Qt::Key_Up) << true << QStringList{"step 1 0.3"};
+    QTest::newRow("down") << "GeqFader" << int(Qt::Key_Down) << true << QStringList{"step -1 0.3"};
     QTest::newRow("right passes on") << "Fader" << int(Qt::Key_Right) << true << QStringList();
     QTest::newRow("return passes on") << "Fader" << int(Qt::Key_Return) << true << QStringList();
     QTest::newRow("hidden ignores up") << "Fader" << int(Qt::Key_Up) << false << QStringList();
-    QTest::newRow("horizontal up") << "HorizontalFader" << int(Qt::Key_Up) << true << QStringList{"step 1"};
-    QTest::newRow("horizontal right") << "HorizontalFader" << int(Qt::Key_Right) << true << QStringList{"step 1"};
-    QTest::newRow("horizontal left") << "HorizontalFader" << int(Qt::Key_Left) << true << QStringList{"step -1"};
+    QTest::newRow("horizontal up") << "HorizontalFader" << int(Qt::Key_Up) << true << QStringList{"step 1 0.3"};
+    QTest::newRow("horizontal right") << "HorizontalFader" << int(Qt::Key_Right) << true << QStringList{"step 1 0.3"};
+    QTest::newRow("horizontal left") << "HorizontalFader" << int(Qt::Key_Left) << true << QStringList{"step -1 0.3"};
 }
 
 void tst_Fader::keys()
@@ -397,18 +352,28 @@ void tst_Fader::keys()
 
     Fader *f = fader(QStringLiteral("0.3"), QString(), type);
     f->setVisible(visible);
-    QKeyEvent e(QEvent::KeyPress, key, Qt::NoModifier);
-    QApplication::sendEvent(f, &e);
-    QCOMPARE(e.isAccepted(), !expected.isEmpty());
+    QCOMPARE(Input::key(f, key), !expected.isEmpty());
     QCOMPARE(sent(), expected);
-    for (const auto &r : host.requests)
-        QCOMPARE(r.arg("ui_prm_val"), QStringLiteral("0.3"));
 
-    QWheelEvent wheel(QPointF(5, 5), QPointF(f->mapToGlobal(QPoint(5, 5))), QPoint(), QPoint(0, -120),
-                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     host.requests.clear();
-    QApplication::sendEvent(f, &wheel);
-    QCOMPARE(sent(), QStringList{"step -1"});
+    Input::wheel(f, -120);
+    QCOMPARE(sent(), QStringList{"step -1 0.3"});
+}
+
+void tst_Fader::wheel_data()
+{
+    QTest::addColumn<Gesture>("gesture");
+    Gestures::addWheelNotchRows(QPoint(15, 80), QStringLiteral("0.3"));
+}
+
+void tst_Fader::wheel()
+{
+    QFETCH(Gesture, gesture);
+
+    const Gestures::Result r = Gestures::play(fader(QStringLiteral("0.3")), host, gesture,
+                                              Gestures::describeFor(QStringLiteral("Ch1/Fader")));
+    QCOMPARE(r.sent, r.expected);
+    QCOMPARE(r.ignored, QStringList());
 }
 
 void tst_Fader::levelMenu()
@@ -430,28 +395,17 @@ void tst_Fader::levelMenu()
 
 void tst_Fader::valueRepaintsOnlyWhenTheKnobMoves()
 {
-    struct Counter : QObject
-    {
-        int paints = 0;
-        bool eventFilter(QObject *, QEvent *e) override
-        {
-            paints += e->type() == QEvent::Paint;
-            return false;
-        }
-    } counter;
-
     Fader *f = fader(QStringLiteral("0.5"));
-    QVERIFY(QTest::qWaitForWindowExposed(f));
-    QTest::qWait(20);
-    f->installEventFilter(&counter);
+    PaintRecorder counter;
+    QVERIFY(counter.watchSettled(f));
     host.setParameter(QStringLiteral("Ch1/Fader"), QStringLiteral("0.5"), QStringLiteral("changed text"));
     f->notifyValueChanged(faderParameter);
     // Less than half a pixel of travel: the knob stays where it is.
     host.setParameter(QStringLiteral("Ch1/Fader"), QStringLiteral("0.501"), QStringLiteral("changed text"));
     f->notifyValueChanged(faderParameter);
-    QTest::qWait(30);
     // A notification that matched repaints once, changed or not; the rest paints nothing.
-    QCOMPARE(counter.paints, 1);
+    QCOMPARE(counter.paintsNow(), 1);
+    counter.clear();
     host.setParameter(QStringLiteral("Ch1/Fader"), QStringLiteral("0.6"), QStringLiteral("x"));
     f->notifyValueChanged(faderParameter);
     QTRY_VERIFY(counter.paints > 0);
@@ -478,7 +432,7 @@ void tst_Fader::paint()
 
     Fader *f = fader(QStringLiteral("0.4"), xml, type);
     const bool vertical = f->orientation() == Qt::Vertical;
-    const QImage image = render(f);
+    const QImage image = render(f, QColor(1, 2, 3));
     const QRect knob = f->knobRect();
     const QRect rail = f->railRect();
     const QColor red(255, 0, 0), fill = f->fillColor(), line(245, 245, 245);
@@ -515,7 +469,7 @@ void tst_Fader::knobImage()
                      QStringLiteral("<Image type=\"knob\">cap.png</Image>"
                                     "<LevelList><Level text=\"Unity\" position=\"0.8\">0</Level>"
                                     "<Level text=\"Off\">-inf</Level></LevelList>"));
-    const QImage image = render(f);
+    const QImage image = render(f, QColor(1, 2, 3));
     host.imagePath.clear();
     const QRect knob = f->knobRect();
     QCOMPARE(image.pixelColor(knob.topLeft()), QColor(0, 0, 255));
@@ -580,8 +534,8 @@ void tst_Fader::markAtValueText()
     setAbstractDatabase(&db);
     Fader *f = fader(QStringLiteral("0.2"), QStringLiteral("<LevelList><Level text=\"0 dB\" at=\"0 dB\">0</Level>"
                                                            "<Level text=\"Odd\" at=\"loud\">99</Level></LevelList>"));
-    QImage image = render(f);
-    image = render(f); // asked once, not on every paint
+    QImage image = render(f, QColor(1, 2, 3));
+    image = render(f, QColor(1, 2, 3)); // asked once, not on every paint
     setAbstractDatabase(nullptr);
     QCOMPARE(db.askedTexts, (QStringList{"0 dB", "loud"}));
     QCOMPARE(db.asked.value(QStringLiteral("prmAddr")).toString(), QString("Ch1/Fader"));

@@ -8,9 +8,13 @@
 
 #include <QPaintEvent>
 #include <QtTest>
-#include "support/PaintCounter.h"
+#include "support/Render.h"
+#include "support/PaintRecorder.h"
 
 namespace {
+
+// The control alone on a clear ground.
+const RenderOptions alone{Qt::transparent, QWidget::RenderFlags()};
 
 const QString curveAddr = QStringLiteral("Graph:EQ/Curve");
 const QString secondAddr = QStringLiteral("Graph:EQ/Curve2");
@@ -34,14 +38,6 @@ public:
     int stateAnswer = 0;
     mutable QList<QPair<int, int>> stateQueries;
 };
-
-QImage paint(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32);
-    image.fill(Qt::transparent);
-    w->render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
-    return image;
-}
 
 bool near(const QColor &a, const QColor &b)
 {
@@ -82,26 +78,10 @@ private:
 
     BaseWidget *make(const QString &type, const QString &xml)
     {
-        if (type == QLatin1String("Graph"))
-            return host.make<Graph>(xml);
-        if (type == QLatin1String("GraphicEqualizerGraph"))
-            return host.make<GraphicEqualizerGraph>(xml);
-        if (type == QLatin1String("ParametricEqualizerGraph"))
-            return host.make<ParametricEqualizerGraph>(xml);
-        if (type == QLatin1String("BrioParametricEqualizerGraph"))
-            return host.make<BrioParametricEqualizerGraph>(xml);
-        if (type == QLatin1String("SpeakerProcessorGraph"))
-            return host.make<SpeakerProcessorGraph>(xml);
-        if (type == QLatin1String("SpeakerProcessorPhaseGraph"))
-            return host.make<SpeakerProcessorPhaseGraph>(xml);
+        if (BaseWidget *w = host.make(type, xml))
+            return w;
         qFatal("unknown graph type");
         return nullptr;
-    }
-
-    void setValue(BaseWidget *w, const QString &prmAddr, const QString &val, const QString &str)
-    {
-        host.setParameter(prmAddr, val, str);
-        w->notifyValueChanged({{"prmAddr", prmAddr}, {"dev_uniq_id", "dev1"}});
     }
 
     // A handle over a 101 x 101 area at (0, 0) whose point is (50, 50).
@@ -268,8 +248,8 @@ private slots:
         BaseWidget *w = make(type, rect(21, 21) + address(curveAddr));
         const QString before = pointsOf(w);
         QVERIFY(!before.isEmpty());
-        PaintCounter counter(w);
-        setValue(w, curveAddr, QString(), text);
+        PaintRecorder counter(w);
+        host.deliver(w, curveAddr, QString(), text);
         QCOMPARE(pointsOf(w), before);
         if (qobject_cast<Graph *>(w)) {
             // Repainted for the match, with the old curve.
@@ -312,9 +292,9 @@ private slots:
                                 .arg(address(curveAddr), address(secondAddr), address(switchAddr)));
         QCOMPARE(g->property("curve").toString(), QStringLiteral("0,81 10,81 10,81 0,81"));
         host.hostMode = mode;
-        setValue(g, switchAddr, switchOn ? QStringLiteral("1") : QStringLiteral("0"), QString());
+        host.deliver(g, switchAddr, switchOn ? QStringLiteral("1") : QStringLiteral("0"), QString());
         QCOMPARE(g->isSumOn(), switchOn);
-        setValue(g, secondAddr, QString(), second);
+        host.deliver(g, secondAddr, QString(), second);
         QCOMPARE(g->property("curve").toString(), expected);
         QCOMPARE(points(g->ownCurve()), QStringLiteral("0,81 10,81 10,81 0,81"));
     }
@@ -328,7 +308,7 @@ private slots:
         QCOMPARE(points(g->ownCurve()), QStringLiteral("0,5 10,6 0,6"));
         QCOMPARE(points(g->shownCurve()), QString());
         host.hostMode = 1;
-        setValue(g, curveAddr, QString(), QStringLiteral("0:10/0:10/0:10"));
+        host.deliver(g, curveAddr, QString(), QStringLiteral("0:10/0:10/0:10"));
         QCOMPARE(points(g->shownCurve()), QStringLiteral("0,0 10,6 0,6"));
     }
 
@@ -366,8 +346,8 @@ private slots:
                                .arg(address(curveAddr), address(secondAddr), address(switchAddr), address(other)));
         const QString before = g->property("curve").toString();
         QApplication::processEvents();
-        PaintCounter counter(g);
-        setValue(g, index == 0 ? curveAddr : other, QString(), text);
+        PaintRecorder counter(g);
+        host.deliver(g, index == 0 ? curveAddr : other, QString(), text);
         QApplication::processEvents();
         QCOMPARE(counter.paints, 1);
         QCOMPARE(g->property("curve").toString() != before, curveChanges);
@@ -386,21 +366,21 @@ private slots:
         // Other addresses are ignored: no query, no new points (the matched
         // notification repaints, as every match does).
         QApplication::processEvents();
-        PaintCounter counter(g);
-        setValue(g, switchAddr, QStringLiteral("1"), QString());
+        PaintRecorder counter(g);
+        host.deliver(g, switchAddr, QStringLiteral("1"), QString());
         QApplication::processEvents();
         QCOMPARE(counter.paints, 1);
         QCOMPARE(points(g->points()), QStringLiteral("50,74 100,49 0,49"));
         QVERIFY(host.stateQueries.isEmpty());
 
         host.stateAnswer = 3;
-        setValue(g, secondAddr, QStringLiteral("1"), QString());
+        host.deliver(g, secondAddr, QStringLiteral("1"), QString());
         QCOMPARE(host.stateQueries, (QList<QPair<int, int>>{{3, 1}}));
         QVERIFY(g->isBottomAnchored());
         QCOMPARE(points(g->points()), QStringLiteral("50,24 100,0 0,0"));
 
         host.stateAnswer = 2;
-        setValue(g, secondAddr, QStringLiteral("0"), QString());
+        host.deliver(g, secondAddr, QStringLiteral("0"), QString());
         QVERIFY(!g->isBottomAnchored());
         QCOMPARE(points(g->points()), QStringLiteral("50,74 100,49 0,49"));
     }
@@ -428,7 +408,7 @@ private slots:
                                                         : QStringLiteral("0:20/0:20/0:15/20:15"));
         BaseWidget *g = make(type, rect(21, 20) + address(curveAddr) + QStringLiteral("<LineColor>255,0,0</LineColor>"));
         g->setEnabled(enabled);
-        const QImage image = paint(g);
+        const QImage image = render(g, alone);
         // The disabled pen is translucent grey, over the fill where there is one.
         const QColor edge = image.pixelColor(10, 5);
         if (enabled)
@@ -472,7 +452,7 @@ private slots:
             rect(21, 21) + address(curveAddr)
             + QStringLiteral("<LineColor>255,0,0</LineColor><FillColor>0,0,255</FillColor>"));
         g->setActive(active);
-        const QImage image = paint(g);
+        const QImage image = render(g, alone);
         // The outline lies over the edge of the fill; a translucent pen shows both.
         const QColor edge = image.pixelColor(10, 5);
         QVERIFY(near(QColor(edge.red(), edge.green(), edge.blue(), line.alpha()), line));
@@ -489,7 +469,7 @@ private slots:
         auto *g = host.make<SpeakerProcessorPhaseGraph>(rect(21, 21) + address(curveAddr)
                                                         + QStringLiteral("<LineColor>255,0,0</LineColor>"));
         g->setActive(true);
-        const QImage image = paint(g);
+        const QImage image = render(g, alone);
         QVERIFY(near(image.pixelColor(5, 1), QColor(255, 0, 0)));
         QVERIFY(near(image.pixelColor(15, 19), QColor(255, 0, 0)));
         for (int y = 3; y < 18; ++y) {
@@ -529,7 +509,7 @@ private slots:
         host.zoom = zoom;
         auto *b = host.make<SpeakerProcessorPeqGraphBack>(rect(610, 170));
         QCOMPARE(b->width(), int(610 * zoom));
-        const QImage image = paint(b);
+        const QImage image = render(b, alone);
         QCOMPARE(image.pixelColor(at), QColor(grey, grey, grey));
     }
 
@@ -539,7 +519,7 @@ private slots:
     {
         host.zoom = 1.0f;
         auto *b = host.make<SpeakerProcessorPeqGraphBack>(rect(610, 170));
-        const QImage image = paint(b);
+        const QImage image = render(b, alone);
         QMap<int, int> rows, columns;
         for (int y : {13, 40, 67, 94, 121, 148})
             rows[y] = 51;
@@ -750,14 +730,14 @@ private slots:
     {
         auto *p = makePoint();
         QApplication::processEvents();
-        PaintCounter counter(p);
-        setValue(p, pointAddr, QString(), QStringLiteral("0:100/0:100/100:0"));
+        PaintRecorder counter(p);
+        host.deliver(p, pointAddr, QString(), QStringLiteral("0:100/0:100/100:0"));
         QCOMPARE(p->point(), QPoint(100, 100));
         QCOMPARE(p->geometry(), QRect(98, 98, 5, 5));
         QApplication::processEvents();
         QCOMPARE(counter.paints, 1);
         // The same point in other units moves nothing; the match repaints.
-        setValue(p, pointAddr, QString(), QStringLiteral("0:10/0:10/10:0"));
+        host.deliver(p, pointAddr, QString(), QStringLiteral("0:10/0:10/10:0"));
         QApplication::processEvents();
         QCOMPARE(p->geometry(), QRect(98, 98, 5, 5));
         QCOMPARE(counter.paints, 2);
@@ -767,10 +747,10 @@ private slots:
     {
         auto *p = makePoint<PeqGraphControlPoint>(QStringLiteral("<Color>255,0,0</Color>"));
         QVERIFY(p->isBandOn());
-        QVERIFY(near(paint(p).pixelColor(2, 2), QColor(255, 0, 0)));
-        setValue(p, thirdAddr, QStringLiteral("0"), QStringLiteral("Off"));
+        QVERIFY(near(render(p, alone).pixelColor(2, 2), QColor(255, 0, 0)));
+        host.deliver(p, thirdAddr, QStringLiteral("0"), QStringLiteral("Off"));
         QVERIFY(!p->isBandOn());
-        const QImage hollow = paint(p);
+        const QImage hollow = render(p, alone);
         QVERIFY(near(hollow.pixelColor(0, 0), QColor(255, 0, 0)));
         QCOMPARE(hollow.pixelColor(2, 2).alpha(), 0);
         // Still draggable.
@@ -799,11 +779,11 @@ private slots:
         QFETCH(bool, sumOn);
         QFETCH(bool, hpfOn);
         auto *g = brioGraph(QStringLiteral("1"));
-        setValue(g, switchAddr, val, QString());
+        host.deliver(g, switchAddr, val, QString());
         QCOMPARE(g->isSumOn(), sumOn);
 
         auto *p = makePoint<HpfGraphControlPoint>();
-        setValue(p, thirdAddr, val, QString());
+        host.deliver(p, thirdAddr, val, QString());
         QCOMPARE(p->isFilterEnabled(), hpfOn);
         QCOMPARE(p->isEnabled(), hpfOn);
     }
@@ -814,10 +794,10 @@ private slots:
         auto *g = brioGraph(QStringLiteral("0"));
         const QString own = QStringLiteral("0,81 10,81 10,81 0,81");
         QCOMPARE(g->property("curve").toString(), own);
-        setValue(g, switchAddr, QStringLiteral("1"), QString());
+        host.deliver(g, switchAddr, QStringLiteral("1"), QString());
         QVERIFY(g->isSumOn());
         QCOMPARE(g->property("curve").toString(), own);
-        setValue(g, curveAddr, QString(), QStringLiteral("0:10/0:160/0:81/10:80"));
+        host.deliver(g, curveAddr, QString(), QStringLiteral("0:10/0:160/0:81/10:80"));
         QCOMPARE(g->property("curve").toString(), QStringLiteral("0,61 10,102 10,82 0,82"));
     }
 
@@ -825,16 +805,16 @@ private slots:
     {
         auto *p = makePoint<HpfGraphControlPoint>(QStringLiteral("<Color>255,0,0</Color>"));
         QVERIFY(p->isEnabled());
-        setValue(p, thirdAddr, QStringLiteral("0"), QStringLiteral("Off"));
+        host.deliver(p, thirdAddr, QStringLiteral("0"), QStringLiteral("Off"));
         QVERIFY(!p->isFilterEnabled());
         QVERIFY(!p->isEnabled());
-        QVERIFY(near(paint(p).pixelColor(2, 2), QColor(153, 153, 153, 153)));
+        QVERIFY(near(render(p, alone).pixelColor(2, 2), QColor(153, 153, 153, 153)));
         QTest::mouseClick(p, Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
         QVERIFY(host.requests.isEmpty());
-        setValue(p, thirdAddr, QStringLiteral("1"), QStringLiteral("On"));
+        host.deliver(p, thirdAddr, QStringLiteral("1"), QStringLiteral("On"));
         QVERIFY(p->isEnabled());
         // Index 1 does not touch the flag.
-        setValue(p, bandAddr, QStringLiteral("0"), QStringLiteral("-inf"));
+        host.deliver(p, bandAddr, QStringLiteral("0"), QStringLiteral("-inf"));
         QVERIFY(p->isEnabled());
     }
     void tuningZoneHandle_data()
@@ -914,8 +894,7 @@ private slots:
                                          + depth);
         QCOMPARE(g->layerCount(), 2);                 // the third never read
         QVERIFY(g->layer(2).isEmpty());
-        host.setParameter("L2", "0", line);
-        g->notifyValueChanged({{"prmAddr", "L2"}, {"dev_uniq_id", "dev1"}});
+        host.deliver(g, "L2", "0", line);
         QCOMPARE(g->layerCount(), 3);
         // The front layer at the bottom left, each farther one up and to the right.
         const QPolygon front = g->layer(0);
@@ -925,8 +904,7 @@ private slots:
         QCOMPARE(back.last(), QPoint(200, 0));
         QCOMPARE(g->layer(1).first(), QPoint(shift / 2, 100 - shift / 2));
         // A text a layer cannot read keeps it.
-        host.setParameter("L1", "0", QStringLiteral("nonsense"));
-        g->notifyValueChanged({{"prmAddr", "L1"}, {"dev_uniq_id", "dev1"}});
+        host.deliver(g, "L1", "0", QStringLiteral("nonsense"));
         QCOMPARE(g->layer(1).first(), QPoint(shift / 2, 100 - shift / 2));
         // Farther layers are fainter: the front is drawn in the full line colour.
         QImage image(g->size(), QImage::Format_ARGB32_Premultiplied);

@@ -6,16 +6,13 @@
 
 #include <QPaintEvent>
 #include <QtTest>
+#include "support/PaintRecorder.h"
+#include "support/Render.h"
 
 namespace {
 
-QImage paint(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32);
-    image.fill(Qt::transparent);
-    w->render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
-    return image;
-}
+// The control alone on a clear ground.
+const RenderOptions alone{Qt::transparent, QWidget::RenderFlags()};
 
 QColor colourAt(const QImage &image, const QRect &cell)
 {
@@ -23,48 +20,8 @@ QColor colourAt(const QImage &image, const QRect &cell)
     return image.pixelColor(cell.topLeft() + QPoint(3, 3));
 }
 
-// Records the rectangles the widget is asked to repaint.
-class PaintRecorder : public QObject
-{
-public:
-    explicit PaintRecorder(QWidget *w) { w->installEventFilter(this); }
-    bool eventFilter(QObject *, QEvent *e) override
-    {
-        if (e->type() == QEvent::Paint)
-            region += static_cast<QPaintEvent *>(e)->region();
-        return false;
-    }
-    QRegion region;
-};
-
 const QString mixForm = QStringLiteral("<AddressForm prmAddr=\"Mix/In{y}/Out{x}/On\"/>");
 const QString routeForm = QStringLiteral("<AddressForm prmAddr=\"Route/Out{x}/Src\"/>");
-
-QVariantMap parameter(const QString &prmAddr)
-{
-    return {{QStringLiteral("prmAddr"), prmAddr}, {QStringLiteral("dev_uniq_id"), QStringLiteral("dev1")}};
-}
-
-// Builds a control of type \a type through the factory, as the host does.
-MatrixGrid *makeByName(ControlTestHost &host, const QString &type, const QString &xml)
-{
-    host.window.reset(new QWidget);
-    host.window->resize(400, 300);
-    WidgetFactory factory;
-    IWidgetCore *core = factory.create(type, host.window.get(), &host, &host.registry);
-    auto *grid = dynamic_cast<MatrixGrid *>(core);
-    if (!grid)
-        return nullptr;
-    QDomDocument doc;
-    doc.setContent(QStringLiteral("<Widget>%1</Widget>").arg(xml));
-    grid->configure(doc.documentElement());
-    host.registry.commitAll();
-    host.window->show();
-    QApplication::setActiveWindow(host.window.get());
-    if (!QTest::qWaitForWindowActive(host.window.get()))
-        qWarning("test window did not become active");
-    return grid;
-}
 
 } // namespace
 
@@ -133,7 +90,7 @@ void tst_Grid::addresses()
     QFETCH(QString, xml);
     QFETCH(QStringList, expected);
     ControlTestHost host;
-    MatrixGrid *w = makeByName(host, type, xml);
+    MatrixGrid *w = host.make<MatrixGrid>(type, xml);
     QVERIFY(w);
     QStringList bound;
     for (int i = 0; i < w->addressCount(); ++i)
@@ -156,9 +113,7 @@ void tst_Grid::lateForm()
     w->setColumns(1);
     QCOMPARE(w->rows(), 2);
     QCOMPARE(w->columns(), 2);
-    QDomDocument doc;
-    doc.setContent(QStringLiteral("<Widget><AddressForm prmAddr=\"Other/{x}\"/><Rows>4</Rows></Widget>"));
-    w->configure(doc.documentElement());
+    w->configure(Xml::widget(QStringLiteral("<AddressForm prmAddr=\"Other/{x}\"/><Rows>4</Rows>")));
     QCOMPARE(w->addressCount(), 4);
     QCOMPARE(w->addressForm(), QStringLiteral("Mix/In{y}/Out{x}/On"));
     QCOMPARE(w->rows(), 2);
@@ -191,7 +146,7 @@ void tst_Grid::toggle()
     QFETCH(QString, sent);
     ControlTestHost host;
     host.setParameter(QStringLiteral("Mix/In%1/Out%2/On").arg(row + 1).arg(column + 1), before, before);
-    MatrixGrid *w = makeByName(host, type, mixForm + "<Rows>3</Rows><Columns>3</Columns>");
+    MatrixGrid *w = host.make<MatrixGrid>(type, mixForm + "<Rows>3</Rows><Columns>3</Columns>");
     QVERIFY(w);
     const QPoint at = w->cellRect(row, column).center();
     Input::mouse(w, QEvent::MouseButtonPress, at);
@@ -346,7 +301,7 @@ void tst_Grid::routerSelect()
     ControlTestHost host;
     host.setParameter("Route/Out2/Src", current, current);
     auto *w = static_cast<RouterGrid *>(
-        makeByName(host, type, routeForm + QStringLiteral("<Rows>%1</Rows><Columns>3</Columns>").arg(rows)));
+        host.make<MatrixGrid>(type, routeForm + QStringLiteral("<Rows>%1</Rows><Columns>3</Columns>").arg(rows)));
     QVERIFY(qobject_cast<RouterGrid *>(w));
     bool known = false;
     current.toDouble(&known);
@@ -369,8 +324,7 @@ void tst_Grid::routerSelect()
     QCOMPARE(host.requests.first().arg("set_prm_type"), QStringLiteral("0"));
 
     // Delivered back, the position selects exactly that row.
-    host.setParameter("Route/Out2/Src", sent, sent);
-    w->notifyValueChanged(parameter("Route/Out2/Src"));
+    host.deliver(w, "Route/Out2/Src", sent, sent);
     QCOMPARE(w->selectedRow(1), row);
     for (int r = 0; r < rows; ++r)
         QCOMPARE(w->cellLit(r, 1), r == row);
@@ -423,11 +377,11 @@ void tst_Grid::painting()
     for (int c = 1; c <= 3; ++c)
         host.setParameter(QStringLiteral("Route/Out%1/Src").arg(c), "0", "");
     host.setParameter(prmAddr, val, "");
-    MatrixGrid *w = makeByName(host, type,
+    MatrixGrid *w = host.make<MatrixGrid>(type,
                                form + "<Rect x=\"0\" y=\"0\" width=\"100\" height=\"80\"/><Rows>3</Rows><Columns>3</Columns>"
                                       "<OnColor>0,200,0</OnColor><OffColor>0,0,120</OffColor>");
     QVERIFY(w);
-    const QImage image = paint(w);
+    const QImage image = render(w, alone);
     const QColor on(0, 200, 0), off(0, 0, 120);
     const bool router = qobject_cast<RouterGrid *>(w);
     for (int r = 0; r < 3; ++r) {
@@ -466,25 +420,24 @@ void tst_Grid::valueChangeRepaintsOneCell()
     QFETCH(QRect, cells);
     ControlTestHost host;
     host.setParameter(prmAddr, "0", "");
-    MatrixGrid *w = makeByName(host, type, form + "<Rect x=\"0\" y=\"0\" width=\"100\" height=\"80\"/>"
+    MatrixGrid *w = host.make<MatrixGrid>(type, form + "<Rect x=\"0\" y=\"0\" width=\"100\" height=\"80\"/>"
                                                   "<Rows>3</Rows><Columns>3</Columns>");
     QVERIFY(w);
     QTest::qWait(20);
     PaintRecorder recorder(w);
-    host.setParameter(prmAddr, "1", "");
-    w->notifyValueChanged(parameter(prmAddr));
-    QTRY_VERIFY(!recorder.region.isEmpty());
+    host.deliver(w, prmAddr, "1", "");
+    QTRY_VERIFY(!recorder.painted().isEmpty());
     const QRect expected = w->cellRect(cells.y(), cells.x())
                                .united(w->cellRect(cells.bottom(), cells.right()))
                                .adjusted(-1, -1, 1, 1)
                                .intersected(w->rect());
-    QCOMPARE(recorder.region.boundingRect(), expected);
+    QCOMPARE(recorder.painted().boundingRect(), expected);
 
     // The same value again paints nothing.
-    recorder.region = QRegion();
-    w->notifyValueChanged(parameter(prmAddr));
+    recorder.clear();
+    w->notifyValueChanged(RecordingHost::parameterKeys(prmAddr));
     QTest::qWait(20);
-    QVERIFY(recorder.region.isEmpty());
+    QVERIFY(recorder.painted().isEmpty());
 }
 
 void tst_Grid::headersAndZoom()
@@ -500,7 +453,7 @@ void tst_Grid::headersAndZoom()
     Input::mouse(w, QEvent::MouseButtonPress, QPoint(40, 10)); // the column header
     QVERIFY(host.requests.isEmpty());
 
-    const QImage image = paint(w);
+    const QImage image = render(w, alone);
     int red = 0;
     for (int y = 0; y < 30; ++y)
         for (int x = 30; x < 62; ++x)
@@ -612,9 +565,7 @@ void tst_Grid::delayTextAndWheel()
     QCOMPARE(w->cellText(0, 0), QStringLiteral("12.50 ms"));
     QCOMPARE(w->cellText(0, 1), QStringLiteral("0.25")); // no display text: the position
     QCOMPARE(w->cellText(0, 2), QString());              // unknown to the host
-    QWheelEvent wheel(QPointF(w->cellRect(0, 1).center()), QPointF(w->mapToGlobal(w->cellRect(0, 1).center())),
-                      QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(w, &wheel);
+    Input::wheel(w, -120, w->cellRect(0, 1).center());
     QCOMPARE(host.requests.size(), 1);
     QCOMPARE(host.requests.first().kind, 2);
     QCOMPARE(host.requests.first().index, 1);
@@ -641,14 +592,14 @@ void tst_Grid::settersAndTags()
 
     PaintRecorder recorder(w);
     QTest::qWait(20);
-    recorder.region = QRegion();
+    recorder.clear();
     w->setOnColor(MatrixGrid::defaultOnColor);
     w->setFocusCell(QPoint(5, 5)); // bounded to the only cell, which it already is
     w->setGridColor(QColor(1, 2, 3, 4));
     QTest::qWait(20);
-    QVERIFY(recorder.region.isEmpty());
+    QVERIFY(recorder.painted().isEmpty());
     w->setOffColor(Qt::red);
-    QTRY_VERIFY(!recorder.region.isEmpty());
+    QTRY_VERIFY(!recorder.painted().isEmpty());
 }
 
 void tst_Grid::roomCombineChecker_data()

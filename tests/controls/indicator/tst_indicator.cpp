@@ -6,39 +6,22 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
-#include "support/PaintCounter.h"
+#include "support/Pixels.h"
+#include "support/Render.h"
+#include "support/PaintRecorder.h"
 
 namespace {
 
 const QColor panel(10, 20, 30);
 
-QImage render(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32);
-    image.fill(panel);
-    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    return image;
-}
-
 bool near(const QColor &a, const QColor &b, int tolerance = 12)
 {
-    return qAbs(a.red() - b.red()) + qAbs(a.green() - b.green()) + qAbs(a.blue() - b.blue()) <= tolerance;
+    return Pixels::near(a, b, tolerance);
 }
 
 int countNear(const QImage &image, const QColor &colour, const QRect &area, int tolerance = 60)
 {
-    int n = 0;
-    const QRect r = area & image.rect();
-    for (int y = r.top(); y <= r.bottom(); ++y) {
-        for (int x = r.left(); x <= r.right(); ++x)
-            n += near(image.pixelColor(x, y), colour, tolerance) ? 1 : 0;
-    }
-    return n;
-}
-
-QVariantMap parameter(const QString &prmAddr)
-{
-    return {{"prmAddr", prmAddr}, {"dev_uniq_id", "dev1"}};
+    return Pixels::countNear(image, colour, area, tolerance);
 }
 
 } // namespace
@@ -75,24 +58,7 @@ private slots:
 Indicator *tst_Indicator::make(const QString &type, const QString &extra)
 {
     const QString xml = QStringLiteral("<Rect x=\"10\" y=\"10\" width=\"40\" height=\"20\"/>") + extra;
-#define CORVANE_VARIANT(T)                                                                                          \
-    if (type == QLatin1String(#T))                                                                                  \
-        return host.make<T>(xml);
-    CORVANE_VARIANT(Indicator)
-    CORVANE_VARIANT(RedundantIndicator)
-    CORVANE_VARIANT(ChannelSelectIndicator)
-    CORVANE_VARIANT(TuningZoneIndicator)
-    CORVANE_VARIANT(BandSharingIndicator)
-    CORVANE_VARIANT(TuningZoneOrIndicator)
-    CORVANE_VARIANT(TuningZoneXorIndicator)
-    CORVANE_VARIANT(SpeakerIndicator)
-    CORVANE_VARIANT(ChannelNumberIndicator)
-    CORVANE_VARIANT(LockIndicator)
-    CORVANE_VARIANT(SrcIndicator)
-    CORVANE_VARIANT(WordClockIndicator)
-    CORVANE_VARIANT(FbsIndicator)
-#undef CORVANE_VARIANT
-    return nullptr;
+    return host.make<Indicator>(type, xml);
 }
 
 void tst_Indicator::initTestCase()
@@ -180,14 +146,14 @@ void tst_Indicator::onState()
     QCOMPARE(w->metaObject()->className(), type.toLatin1().constData());
     QCOMPARE(w->isOn(), on);
     QCOMPARE(w->property("on").toBool(), on);
-    QCOMPARE(near(render(w).pixelColor(20, 10), on ? Indicator::defaultOnColor : Indicator::defaultOffColor), true);
+    const QColor shown = render(w, panel).pixelColor(20, 10);
+    QVERIFY(near(shown, on ? Indicator::defaultOnColor : Indicator::defaultOffColor));
 
     // Setting every parameter to the other state turns single and "any" lamps over, in one change.
     if (!values.isEmpty() && type != "TuningZoneXorIndicator" && !values.contains("-")) {
         QSignalSpy changed(w, &Indicator::onChanged);
         for (int i = 0; i < values.size(); ++i) {
-            host.setParameter(names.at(i), on ? "0" : "1", QString());
-            w->notifyValueChanged(parameter(names.at(i)));
+            host.deliver(w, names.at(i), on ? "0" : "1", QString());
         }
         QCOMPARE(w->isOn(), !on);
         QCOMPARE(changed.count(), 1);
@@ -198,28 +164,26 @@ void tst_Indicator::changesRepaintOnlyWhenTheStateChanges()
 {
     host.setParameter(QStringLiteral("Dev/Lock"), QStringLiteral("0.5"), QStringLiteral("Locked"));
     Indicator *w = lamp();
-    QVERIFY(QTest::qWaitForWindowExposed(w));
-    QTest::qWait(20);
-    PaintCounter counter;
-    w->installEventFilter(&counter);
+    PaintRecorder counter;
+    QVERIFY(counter.watchSettled(w));
     QSignalSpy changed(w, &Indicator::onChanged);
 
     host.setParameter(QStringLiteral("Dev/Lock"), QStringLiteral("1"), QStringLiteral("Locked hard"));
-    w->notifyValueChanged(parameter("Dev/Lock"));
+    w->notifyValueChanged(RecordingHost::parameterKeys("Dev/Lock"));
     w->setOffColor(QColor(1, 2, 3)); // not shown while on
     w->setOnColor(w->onColor());
     w->setText(QString());
-    QTest::qWait(30);
     // A notification that matched repaints once, changed or not; the rest paints nothing.
-    QCOMPARE(counter.paints, 1);
+    QCOMPARE(counter.paintsNow(), 1);
+    counter.clear();
     QCOMPARE(changed.count(), 0);
 
     host.setParameter(QStringLiteral("Dev/Lock"), QStringLiteral("0"), QStringLiteral("Unlocked"));
-    w->notifyValueChanged(parameter("Dev/Lock"));
+    w->notifyValueChanged(RecordingHost::parameterKeys("Dev/Lock"));
     QTRY_VERIFY(counter.paints > 0);
     QCOMPARE(changed.count(), 1);
     QCOMPARE(changed.first().first().toBool(), false);
-    QVERIFY(near(render(w).pixelColor(20, 10), QColor(1, 2, 3)));
+    QVERIFY(near(render(w, panel).pixelColor(20, 10), QColor(1, 2, 3)));
 }
 
 void tst_Indicator::painting_data()
@@ -245,12 +209,12 @@ void tst_Indicator::painting()
     host.setParameter(QStringLiteral("Dev/Lock"), val, QString());
     Indicator *w = lamp(xml);
     QVERIFY(w->currentImage().isEmpty());
-    const QImage image = render(w);
+    const QImage image = render(w, panel);
     const QRect inner = w->rect().adjusted(2, 2, -2, -2);
     QCOMPARE(countNear(image, fill, inner, 12), inner.width() * inner.height());
 
     w->setEnabled(false);
-    const QColor dim = render(w).pixelColor(20, 10);
+    const QColor dim = render(w, panel).pixelColor(20, 10);
     QVERIFY(!near(dim, fill));
 }
 
@@ -259,7 +223,7 @@ void tst_Indicator::roundLamp()
     host.setParameter(QStringLiteral("Dev/Lock"), QStringLiteral("1"), QString());
     Indicator *w = lamp(QStringLiteral("<Shape>Round</Shape>"));
     QVERIFY(w->isRound());
-    const QImage image = render(w);
+    const QImage image = render(w, panel);
     // A 20-pixel circle in the middle of the 40x20 lamp: lit in the centre, panel in the corners and at the sides.
     QVERIFY(near(image.pixelColor(20, 10), Indicator::defaultOnColor));
     QVERIFY(near(image.pixelColor(11, 1), panel));
@@ -287,7 +251,7 @@ void tst_Indicator::images()
     host.setParameter(QStringLiteral("Dev/Lock"), val, QString());
     Indicator *w = lamp(QStringLiteral("<OnImage>red.png</OnImage><OffImage>blue.png</OffImage>"));
     QCOMPARE(w->currentImage(), shown);
-    const QImage image = render(w);
+    const QImage image = render(w, panel);
     // The image is stretched over the whole lamp.
     for (const QPoint p : {QPoint(0, 0), QPoint(20, 10), QPoint(39, 19)})
         QVERIFY(near(image.pixelColor(p), centre));
@@ -317,7 +281,7 @@ void tst_Indicator::text()
     host.setParameter(QStringLiteral("Dev/Lock"), QStringLiteral("0"), str);
     Indicator *w = make(type, QStringLiteral("<Address prmAddr=\"Dev/Lock\"/><TextColor>255,255,0</TextColor>") + xml);
     QCOMPARE(w->shownText(), shown);
-    const QImage image = render(w);
+    const QImage image = render(w, panel);
     const int ink = countNear(image, QColor(255, 255, 0), w->rect(), 90);
     QCOMPARE(ink > 5, !shown.isEmpty());
     if (!shown.isEmpty()) {
@@ -328,7 +292,7 @@ void tst_Indicator::text()
 
     if (type == "ChannelNumberIndicator") {
         host.setParameter(QStringLiteral("Dev/Lock"), QStringLiteral("0"), QStringLiteral("7"));
-        w->notifyValueChanged(parameter("Dev/Lock"));
+        w->notifyValueChanged(RecordingHost::parameterKeys("Dev/Lock"));
         QVERIFY(w->shownText().contains("7"));
     }
 }

@@ -8,8 +8,13 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
+#include "support/PaintRecorder.h"
+#include "support/Render.h"
 
 namespace {
+
+// The meter alone on a clear ground, premultiplied.
+const RenderOptions alone{Qt::transparent, QWidget::RenderFlags(), QImage::Format_ARGB32_Premultiplied};
 
 const QString levelAddr = QStringLiteral("Meter:Ch1/Level");
 const QString switchAddr = QStringLiteral("Ch1/Meter/PeakHold");
@@ -27,28 +32,6 @@ public:
     using Meter::Meter;
     using Meter::meterImage;
 };
-
-// Records the region of every paint event.
-class PaintRecorder : public QObject
-{
-public:
-    explicit PaintRecorder(QWidget *w) { w->installEventFilter(this); }
-    bool eventFilter(QObject *, QEvent *e) override
-    {
-        if (e->type() == QEvent::Paint)
-            regions.append(static_cast<QPaintEvent *>(e)->region());
-        return false;
-    }
-    QList<QRegion> regions;
-};
-
-QImage paint(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    w->render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
-    return image;
-}
 
 // Rows drawn opaque in the middle column.
 QList<int> litRows(const QImage &image)
@@ -89,22 +72,10 @@ private:
 
     Meter *make(const QString &type, const QString &xml)
     {
-        if (type == QLatin1String("Meter"))
-            return host.make<Meter>(xml);
-        if (type == QLatin1String("PeakMeter"))
-            return host.make<PeakMeter>(xml);
-        if (type == QLatin1String("GRMeter"))
-            return host.make<GRMeter>(xml);
-        if (type == QLatin1String("PallasGRMeter"))
-            return host.make<PallasGRMeter>(xml);
-        if (type == QLatin1String("IndicatorStyleMeter"))
-            return host.make<IndicatorStyleMeter>(xml);
-        if (type == QLatin1String("BorderMeter"))
-            return host.make<BorderMeter>(xml);
-        if (type == QLatin1String("ChannelSelectMeter"))
-            return host.make<ChannelSelectMeter>(xml);
         if (type == QLatin1String("ProbeMeter"))
             return host.make<ProbeMeter>(xml);
+        if (Meter *m = host.make<Meter>(type, xml))
+            return m;
         qFatal("unknown meter type");
         return nullptr;
     }
@@ -113,11 +84,9 @@ private:
     {
         host.window.reset();
         const QString xml = QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"30\" height=\"%1\"/>").arg(height) + extra;
-        if (type == QLatin1String("MeterScaleGR"))
-            return host.make<MeterScaleGR>(xml);
-        if (type == QLatin1String("MeterScaleVoltage"))
-            return host.make<MeterScaleVoltage>(xml);
-        return host.make<MeterScale>(xml);
+        if (MeterScale *s = host.make<MeterScale>(type, xml))
+            return s;
+        return host.make<MeterScale>(xml); // the plain scale has no type name of its own
     }
 
     //! A meter of \a type, \a height pixels high, bound to level, (peak switch,) online; the device online.
@@ -355,14 +324,14 @@ void tst_Meter::peakKeptWhileHidden()
     auto *m = static_cast<PeakMeter *>(meter(QStringLiteral("PeakMeter")));
     m->setImage(QStringLiteral("bands.svg"));
     set(m, levelAddr, QStringLiteral("0.25"), QStringLiteral("0.8"));
-    QVERIFY(litRows(paint(m)).contains(8));
+    QVERIFY(litRows(render(m, alone)).contains(8));
 
     set(m, switchAddr, QStringLiteral("0"));
     QCOMPARE(m->peak(), 32);
-    QCOMPARE(litRows(paint(m)), range(30, 39));
+    QCOMPARE(litRows(render(m, alone)), range(30, 39));
 
     set(m, switchAddr, QStringLiteral("1"));
-    QCOMPARE(litRows(paint(m)), QList<int>{8} + range(30, 39));
+    QCOMPARE(litRows(render(m, alone)), QList<int>{8} + range(30, 39));
 
     // Offline while hidden: back online the mark stays down until the next level.
     set(m, switchAddr, QStringLiteral("0"));
@@ -408,7 +377,7 @@ void tst_Meter::painting()
 
     Meter *m = meter(type, 40, QStringLiteral("<Image>bands.svg</Image>"));
     set(m, levelAddr, val, prak);
-    const QImage image = paint(m);
+    const QImage image = render(m, alone);
     QVERIFY(m->isImageLoaded());
     QCOMPARE(litRows(image), lit);
     if (probeRow >= 0)
@@ -435,7 +404,7 @@ void tst_Meter::fallback()
     Meter *m = meter(type, 40, image);
     const bool down = type.contains(QLatin1String("GR"));
     set(m, levelAddr, QStringLiteral("0.5"), QStringLiteral("0"));
-    QImage shown = paint(m);
+    QImage shown = render(m, alone);
     QVERIFY(!m->isImageLoaded());
     QCOMPARE(litRows(shown), down ? range(0, 19) : range(20, 39));
 
@@ -446,7 +415,7 @@ void tst_Meter::fallback()
     if (!down) {
         // Green at the bottom, red at the top.
         set(m, levelAddr, QStringLiteral("1"));
-        shown = paint(m);
+        shown = render(m, alone);
         const QColor bottom = shown.pixelColor(5, 39), top = shown.pixelColor(5, 0);
         QVERIFY(bottom.green() > 2 * bottom.red());
         QVERIFY(top.red() > 2 * top.green());
@@ -467,7 +436,7 @@ void tst_Meter::missingImagePaintsNothing()
     set(m, levelAddr, QStringLiteral("1"), QStringLiteral("1"));
     QCOMPARE(m->level(), 40);
     QVERIFY(!m->isImageLoaded());
-    const QImage shown = paint(m);
+    const QImage shown = render(m, alone);
     for (int y = 0; y < shown.height(); ++y) {
         for (int x = 0; x < shown.width(); ++x)
             QCOMPARE(shown.pixelColor(x, y).alpha(), 0);
@@ -490,8 +459,7 @@ void tst_Meter::repaintsOnlyChanges()
 
     // A new display text that moves nothing paints nothing.
     painted.regions.clear();
-    host.setParameter(levelAddr, QStringLiteral("0.25"), QStringLiteral("-12 dB"));
-    m->notifyValueChanged({{"prmAddr", levelAddr}, {"dev_uniq_id", "dev1"}});
+    host.deliver(m, levelAddr, QStringLiteral("0.25"), QStringLiteral("-12 dB"));
     set(m, switchAddr, QStringLiteral("1"));
     QCoreApplication::processEvents();
     QCOMPARE(painted.regions.size(), 0);
@@ -561,9 +529,7 @@ void tst_Meter::imagePath()
     Meter *m = meter(QStringLiteral("Meter"));
     host.imagePath = base;
     QCOMPARE(m->imagePath(), QString());
-    QDomDocument doc;
-    doc.setContent(QStringLiteral("<Widget><Image> %1 </Image></Widget>").arg(name));
-    m->configure(doc.documentElement());
+    m->configure(Xml::widget(QStringLiteral("<Image> %1 </Image>").arg(name)));
     QCOMPARE(m->image(), name);
     QCOMPARE(m->imagePath().isEmpty(), file.isEmpty());
     if (!file.isEmpty())
@@ -581,7 +547,7 @@ void tst_Meter::renderingIsShared()
 
     for (const char *v : {"0.1", "0.9", "0.4"})
         set(m, levelAddr, QLatin1String(v));
-    paint(m);
+    render(m, alone);
     QCOMPARE(m->meterImage().cacheKey(), rendered);
 
     QVERIFY(m->setZoom(1.5f));
@@ -609,7 +575,7 @@ void tst_Meter::border()
     QCOMPARE(b->borderWidth(), 2);
 
     set(m, levelAddr, QStringLiteral("0.5"));
-    const QImage image = paint(m);
+    const QImage image = render(m, alone);
     const QColor border(10, 200, 30);
     for (const QPoint &p : {QPoint(0, 0), QPoint(1, 10), QPoint(9, 39), QPoint(5, 38), QPoint(8, 25)})
         QCOMPARE(image.pixelColor(p), border);
@@ -619,8 +585,8 @@ void tst_Meter::border()
 
     // The frame follows the zoom.
     QVERIFY(m->setZoom(0.5f));
-    QCOMPARE(paint(m).pixelColor(0, 5), border);
-    QCOMPARE(paint(m).pixelColor(1, 5).alpha(), 0);
+    QCOMPARE(render(m, alone).pixelColor(0, 5), border);
+    QCOMPARE(render(m, alone).pixelColor(1, 5).alpha(), 0);
 }
 
 void tst_Meter::scaleMeetsMeter_data()
@@ -650,7 +616,7 @@ void tst_Meter::scaleMeetsMeter()
     // The mark of a value sits on the edge of the bar a meter beside it shows for that value.
     Meter *m = meter(meterType, height);
     set(m, levelAddr, QString::number(position, 'g', 17));
-    const QList<int> lit = litRows(paint(m));
+    const QList<int> lit = litRows(render(m, alone));
     QVERIFY(!lit.isEmpty());
     const int edge = meterType == QLatin1String("GRMeter") ? lit.last() + 1 : lit.first();
 
@@ -713,7 +679,7 @@ void tst_Meter::scalePainting()
     const bool left = side == QLatin1String("Left");
     MeterScale *s = scale(QStringLiteral("MeterScale"), 120,
                           QStringLiteral("<Side>%1</Side><Color>0,255,0</Color>").arg(side));
-    const QImage image = paint(s);
+    const QImage image = render(s, alone);
     const int tickColumn = left ? 0 : s->width() - 1;
     const QColor green(0, 255, 0);
     for (double v : s->marks()) {

@@ -6,28 +6,14 @@
 #include <QSignalSpy>
 #include <QtTest>
 #include "support/Pixels.h"
+#include "support/Render.h"
 #include "support/ModalWatch.h"
-#include "support/PaintCounter.h"
+#include "support/PaintRecorder.h"
 
 using Input::mouse;
+using Input::wheel;
 
 namespace {
-
-QImage render(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32);
-    image.fill(Qt::black);
-    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    return image;
-}
-
-void wheel(QWidget *w, int delta)
-{
-    const QPoint pos(5, 5);
-    QWheelEvent e(pos, w->mapToGlobal(pos), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
-                  Qt::NoScrollPhase, false);
-    QApplication::sendEvent(w, &e);
-}
 
 const QVariantMap colour{{"prmAddr", "Ch/Colour"}, {"dev_uniq_id", "dev1"}};
 const QVariantMap devices{{"prmAddr", "Pair/List"}, {"dev_uniq_id", "dev1"}};
@@ -79,10 +65,7 @@ private slots:
 
 void tst_Misc::init()
 {
-    host.requests.clear();
-    host.selections.clear();
-    host.actions.clear();
-    host.parameters.clear();
+    host.clear();
 }
 
 void tst_Misc::colourOfTheText_data()
@@ -189,16 +172,15 @@ void tst_Misc::colourRepaintsOnlyOnChange()
     host.setParameter(QStringLiteral("Ch/Colour"), QStringLiteral("0"), QStringLiteral("10,20,30"));
     ColorBox *b = box();
     QSignalSpy spy(b, &ColorBox::colorChanged);
-    PaintCounter counter;
-    b->installEventFilter(&counter);
-    QTest::qWait(20);
-    counter.paints = 0;
+    PaintRecorder counter;
+    QVERIFY(counter.watchSettled(b));
     host.setParameter(QStringLiteral("Ch/Colour"), QStringLiteral("0"), QStringLiteral("#0a141e"));
     b->notifyValueChanged(colour);
     QCoreApplication::processEvents();
     QCOMPARE(spy.count(), 0);
     // A notification that matched repaints once, changed or not; the rest paints nothing.
     QCOMPARE(counter.paints, 1);
+    counter.clear();
     host.setParameter(QStringLiteral("Ch/Colour"), QStringLiteral("0"), QStringLiteral("#0a141f"));
     b->notifyValueChanged(colour);
     QCoreApplication::processEvents();

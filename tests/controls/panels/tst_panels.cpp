@@ -9,8 +9,11 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
+#include "support/Render.h"
 
 namespace {
+
+const RenderOptions clearGround{Qt::transparent, QWidget::DrawChildren, QImage::Format_ARGB32_Premultiplied};
 
 // A page file with one control on the stacker's device and one on a device of its own.
 const char eqPage[] =
@@ -25,14 +28,6 @@ const char twoPages[] =
     "<Page key=\"0\" file=\"eq\"/>"
     "<Page key=\"1\"><Widget type=\"NumberBox\" name=\"mode\"><Rect x=\"0\" y=\"0\" width=\"50\" height=\"20\"/>"
     "  <Address prmAddr=\"Dyn/Threshold\"/></Widget></Page>";
-
-QImage render(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    return image;
-}
 
 // Pixels at least as light as grey 120 in every channel: text on a dark or empty ground.
 int lightPixels(const QImage &image, const QRect &area)
@@ -94,12 +89,6 @@ private slots:
     void dragPanel();
 
 private:
-    void set(BaseWidget *w, const QString &prmAddr, const QString &val, const QString &str = QString(),
-             const QString &device = QStringLiteral("dev1"))
-    {
-        host.setParameter(prmAddr, val, str, device);
-        w->notifyValueChanged({{"prmAddr", prmAddr}, {"dev_uniq_id", device}});
-    }
     PanelStacker *stacker(const QString &list, const QString &address = QStringLiteral("<Address prmAddr=\"Type\"/>"))
     {
         return host.make<PanelStacker>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"300\" height=\"200\"/>")
@@ -162,7 +151,7 @@ void tst_Panels::pageKeys()
     auto *w = stacker(QStringLiteral("<StackList %1/>").arg(attributes));
     QVERIFY(w->currentKey().isEmpty());
     QSignalSpy changed(w, &PanelStacker::currentKeyChanged);
-    set(w, QStringLiteral("Type"), val, str);
+    host.deliver(w, QStringLiteral("Type"), val, str);
     QCOMPARE(w->currentKey(), key);
     QCOMPARE(changed.count(), 1);
     // The same value again selects nothing anew.
@@ -176,7 +165,7 @@ void tst_Panels::pagesBuiltOnceAndReused()
     QSignalSpy created(w, &PanelStacker::pageCreated);
     QCOMPARE(w->pageCount(), 0);
 
-    set(w, QStringLiteral("Type"), QStringLiteral("0"));
+    host.deliver(w, QStringLiteral("Type"), QStringLiteral("0"), QString());
     QCOMPARE(created.count(), 1);
     QPointer<QWidget> eq = w->page(QStringLiteral("0"));
     QVERIFY(eq);
@@ -185,14 +174,14 @@ void tst_Panels::pagesBuiltOnceAndReused()
     QCOMPARE(eq->parentWidget(), w);
     QTRY_COMPARE(eq->geometry(), w->rect());
 
-    set(w, QStringLiteral("Type"), QStringLiteral("1"));
+    host.deliver(w, QStringLiteral("Type"), QStringLiteral("1"), QString());
     QCOMPARE(created.count(), 2);
     QWidget *inlinePage = w->page(QStringLiteral("1"));
     QVERIFY(control(inlinePage, "mode"));
     QVERIFY(inlinePage->isVisible());
     QVERIFY(!eq->isVisible());
 
-    set(w, QStringLiteral("Type"), QStringLiteral("0"));
+    host.deliver(w, QStringLiteral("Type"), QStringLiteral("0"), QString());
     QCOMPARE(created.count(), 2);
     QCOMPARE(w->currentPage(), eq.data());
     QVERIFY(eq->isVisible());
@@ -267,10 +256,10 @@ void tst_Panels::emptyValueSelectsAPage()
     QFETCH(QString, key);
 
     auto *w = stacker(QStringLiteral("<StackList %1/>").arg(attributes));
-    set(w, QStringLiteral("Type"), val, str);
+    host.deliver(w, QStringLiteral("Type"), val, str);
     QVERIFY(w->currentKey() != key);
     QSignalSpy changed(w, &PanelStacker::currentKeyChanged);
-    set(w, QStringLiteral("Type"), QString(), QString());
+    host.deliver(w, QStringLiteral("Type"), QString(), QString());
     QCOMPARE(changed.count(), 1);
     QCOMPARE(w->currentKey(), key);
 }
@@ -305,7 +294,7 @@ void tst_Panels::initialPage()
     QCOMPARE(w->currentKey(), key);
     QCOMPARE(w->isPageShown(), !key.isEmpty());
 
-    set(w, QStringLiteral("Type"), QStringLiteral("1"));
+    host.deliver(w, QStringLiteral("Type"), QStringLiteral("1"), QString());
     QCOMPARE(w->currentKey(), QStringLiteral("1"));
     QVERIFY(control(w->currentPage(), "mode"));
 }
@@ -333,7 +322,7 @@ void tst_Panels::autoRange()
         host.editor.insert(QStringLiteral("editor_auto"), editorAuto);
     auto *w = stacker(QStringLiteral("<StackList range=\"auto\"><Page key=\"0\"/><Page key=\"1\"/><Page key=\"2\"/></StackList>"));
     QCOMPARE(w->stepCount(), steps);
-    set(w, QStringLiteral("Type"), val);
+    host.deliver(w, QStringLiteral("Type"), val, QString());
     QCOMPARE(w->currentKey(), key);
 }
 
@@ -341,22 +330,22 @@ void tst_Panels::pagesWithoutAnEntry()
 {
     // No entry and no catch-all: the empty area with the hint.
     auto *w = stacker(QStringLiteral("<StackList range=\"2\" hint=\"No settings\"><Page key=\"0\" file=\"eq\"/></StackList>"));
-    set(w, QStringLiteral("Type"), QStringLiteral("1"));
+    host.deliver(w, QStringLiteral("Type"), QStringLiteral("1"), QString());
     QCOMPARE(w->currentKey(), QStringLiteral("2"));
     QVERIFY(!w->isPageShown());
     QCOMPARE(w->pageCount(), 0);
-    QVERIFY(lightPixels(render(w), w->rect()) > 20);
+    QVERIFY(lightPixels(render(w, clearGround), w->rect()) > 20);
 
     // The hint goes once a page shows.
-    set(w, QStringLiteral("Type"), QStringLiteral("0"));
+    host.deliver(w, QStringLiteral("Type"), QStringLiteral("0"), QString());
     QVERIFY(w->isPageShown());
 
     // A page without "key" serves every key that has none; a file pattern comes before it.
     w = stacker(QStringLiteral("<StackList value=\"text\" file=\"%1\">"
                                "<Page><Widget type=\"NumberBox\" name=\"generic\"/></Page></StackList>"));
-    set(w, QStringLiteral("Type"), QStringLiteral("0"), QStringLiteral("eq"));
+    host.deliver(w, QStringLiteral("Type"), QStringLiteral("0"), QStringLiteral("eq"));
     QVERIFY(control(w->currentPage(), "gain"));
-    set(w, QStringLiteral("Type"), QStringLiteral("0"), QStringLiteral("Crossover"));
+    host.deliver(w, QStringLiteral("Type"), QStringLiteral("0"), QStringLiteral("Crossover"));
     QVERIFY(control(w->currentPage(), "generic"));
     QCOMPARE(w->pageKeys(), QStringLiteral("eq"));
     QCOMPARE(w->pageCount(), 2);
@@ -371,7 +360,7 @@ void tst_Panels::pagesWithoutAnEntry()
         QSignalSpy created(w, &PanelStacker::pageCreated);
         QWidget *shared = nullptr;
         for (int i = 1; i <= 40; ++i) {
-            set(w, QStringLiteral("Type"), QString::number(i / 40.0));
+            host.deliver(w, QStringLiteral("Type"), QString::number(i / 40.0), QString());
             QVERIFY(control(w->currentPage(), "generic"));
             if (!shared)
                 shared = w->currentPage();
@@ -379,13 +368,13 @@ void tst_Panels::pagesWithoutAnEntry()
         }
         QVERIFY(created.count() <= 1);
         QCOMPARE(w->findChildren<BaseWidget *>(QStringLiteral("generic")).size(), 1);
-        set(w, QStringLiteral("Type"), QStringLiteral("0"));
+        host.deliver(w, QStringLiteral("Type"), QStringLiteral("0"), QString());
         QCOMPARE(w->pageCount(), list.contains(QLatin1String("key")) ? 2 : 1);
     }
 
     w = stacker(QStringLiteral("<StackList range=\"2\"/>"));
-    set(w, QStringLiteral("Type"), QStringLiteral("1"));
-    QCOMPARE(lightPixels(render(w), w->rect()), 0);
+    host.deliver(w, QStringLiteral("Type"), QStringLiteral("1"), QString());
+    QCOMPARE(lightPixels(render(w, clearGround), w->rect()), 0);
 }
 
 void tst_Panels::disableValues_data()
@@ -426,7 +415,7 @@ void tst_Panels::disableValues()
 
     QSignalSpy spy(w, &DisablePanelContainer::disablingChanged);
     if (!val.isEmpty() || !str.isEmpty())
-        set(w, QStringLiteral("Bypass"), val, str);
+        host.deliver(w, QStringLiteral("Bypass"), val, str);
     QCOMPARE(w->isDisabling(), disabling);
     QCOMPARE(w->isVisible(), disabling);
     QCOMPARE(w->isEnabled(), !disabling);
@@ -434,7 +423,7 @@ void tst_Panels::disableValues()
 
     if (!disabling)
         return;
-    set(w, QStringLiteral("Bypass"), QStringLiteral("0.1"), QStringLiteral("none"));
+    host.deliver(w, QStringLiteral("Bypass"), QStringLiteral("0.1"), QStringLiteral("none"));
     QVERIFY(!w->isDisabling());
     QVERIFY(w->isHidden());
     QVERIFY(w->isEnabled());
@@ -461,7 +450,7 @@ void tst_Panels::disableBlocksMouseAndKeys()
 
     beneath->setFocus();
     QVERIFY(beneath->hasFocus());
-    set(w, QStringLiteral("Bypass"), QStringLiteral("1"));
+    host.deliver(w, QStringLiteral("Bypass"), QStringLiteral("1"), QString());
     QVERIFY(w->isDisabling());
     QCOMPARE(window->childAt(at), w);
     QVERIFY(w->covers(beneath));
@@ -489,7 +478,7 @@ void tst_Panels::disableBlocksMouseAndKeys()
     QTest::keyClicks(outside, QStringLiteral("ok"));
     QCOMPARE(outside->text(), QStringLiteral("ok"));
 
-    set(w, QStringLiteral("Bypass"), QStringLiteral("0"));
+    host.deliver(w, QStringLiteral("Bypass"), QStringLiteral("0"), QString());
     QVERIFY(!w->covers(beneath));
     QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier, at);
     QTRY_COMPARE(clicked.count(), 2);
@@ -522,10 +511,10 @@ void tst_Panels::disablePainting()
         QStringLiteral("<Rect x=\"50\" y=\"50\" width=\"200\" height=\"100\"/><Address prmAddr=\"Bypass\"/>"
                        "<DisableValue range=\"1\">1</DisableValue><ValueTextItems><Item value=\"1\">Value</Item>"
                        "</ValueTextItems>") + xml);
-    set(w, QStringLiteral("Bypass"), QStringLiteral("1"), QStringLiteral("1"));
+    host.deliver(w, QStringLiteral("Bypass"), QStringLiteral("1"), QStringLiteral("1"));
     QVERIFY(w->isDisabling());
 
-    const QImage image = render(w);
+    const QImage image = render(w, clearGround);
     const QColor corner = image.pixelColor(1, 1);
     QVERIFY2(qAbs(corner.alpha() - veil.alpha()) <= 1 && qAbs(corner.red() - veil.red()) <= 2
                  && qAbs(corner.blue() - veil.blue()) <= 2,
@@ -559,8 +548,8 @@ void tst_Panels::disableMulti()
         "<AddressList><Address prmAddr=\"A\"/><Address prmAddr=\"B\"/></AddressList>"
         "<DisableValue range=\"1\">1</DisableValue><DisableValue range=\"2\">2</DisableValue>"));
     QCOMPARE(w->disableValueLists(), QStringLiteral("1;2"));
-    set(w, QStringLiteral("A"), a);
-    set(w, QStringLiteral("B"), b);
+    host.deliver(w, QStringLiteral("A"), a, QString());
+    host.deliver(w, QStringLiteral("B"), b, QString());
     QCOMPARE(w->isDisabling(), disabling);
     QCOMPARE(w->isVisible(), disabling);
 }
@@ -589,9 +578,7 @@ void tst_Panels::panelContainer()
     QCOMPARE(c->addressAt(0).key("dev_uniq_id"), QStringLiteral("devB"));
     QTRY_COMPARE(w->panel()->geometry(), w->rect());
     // Built once: configuring again adds nothing.
-    QDomDocument doc;
-    doc.setContent(QStringLiteral("<Widget>%1</Widget>").arg(xml));
-    w->configure(doc.documentElement());
+    w->configure(Xml::widget(xml));
     QCOMPARE(w->findChildren<BaseWidget *>(child).size(), 1);
 }
 
@@ -652,7 +639,7 @@ void tst_Panels::automixerGroup()
     QVERIFY(gain);
     for (int i = 0; i < values.size(); ++i) {
         if (i > 0)
-            set(w, QStringLiteral("Am/Group1/On"), values.at(i));
+            host.deliver(w, QStringLiteral("Am/Group1/On"), values.at(i), QString());
         QCOMPARE(w->isGroupOn(), live.at(i));
         QCOMPARE(gain->isEnabled(), live.at(i));
     }
@@ -687,13 +674,10 @@ void tst_Panels::dragPanel()
 
     const QString xml = QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"%1\" height=\"%2\"/><File>eq</File>")
                             .arg(size.width()).arg(size.height());
-    DragPanel *w = nullptr;
-    if (type == QLatin1String("ChannelSelectDragPanel"))
-        w = host.make<ChannelSelectDragPanel>(xml + "<ChNum>1</ChNum>");
-    else if (type == QLatin1String("SpeakerDragPanel"))
-        w = host.make<SpeakerDragPanel>(xml);
-    else
-        w = host.make<DragPanel>(xml);
+    const QString channel = type == QLatin1String("ChannelSelectDragPanel") ? QStringLiteral("<ChNum>1</ChNum>")
+                                                                            : QString();
+    auto *w = host.make<DragPanel>(type, xml + channel);
+    QVERIFY(w);
     QVERIFY(w->panel());
     QCOMPARE(w->scrollArea()->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
     // The eq panel is 300 by 200 design pixels.
@@ -722,9 +706,7 @@ void tst_Panels::dragPanel()
 
     // The controls on it still take their own presses.
     if (BaseWidget *gain = control(page, "gain")) {
-        QMouseEvent p(QEvent::MouseButtonPress, QPoint(5, 5), gain->mapToGlobal(QPoint(5, 5)), Qt::LeftButton,
-                      Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(gain, &p);
+        Input::mouse(gain, QEvent::MouseButtonPress, QPoint(5, 5));
         QVERIFY(!w->isDragging());
     }
 }

@@ -4,20 +4,13 @@
 #include "graphs/graph/GraphBack.h"
 
 #include <QtTest>
+#include "support/Render.h"
 
 #include <cmath>
 
 namespace {
 
 const QColor ink(255, 255, 0);
-
-QImage render(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32);
-    image.fill(Qt::black);
-    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    return image;
-}
 
 //! The span of columns (or rows) holding anything but black.
 QPair<int, int> inkSpan(const QImage &image, Qt::Orientation along)
@@ -43,13 +36,7 @@ GraphScale *makeScale(ControlTestHost &host, const QString &type, const QSize &s
 {
     const QString xml = QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"%1\" height=\"%2\"/>").arg(size.width()).arg(size.height())
         + extra;
-    if (type == QLatin1String("GraphSppHScale"))
-        return host.make<GraphSppHScale>(xml);
-    if (type == QLatin1String("GraphSppVScalePhase"))
-        return host.make<GraphSppVScalePhase>(xml);
-    if (type == QLatin1String("GraphSppVScaleSP"))
-        return host.make<GraphSppVScaleSP>(xml);
-    return host.make<GraphSppVScalePEQ>(xml);
+    return host.make<GraphScale>(type, xml);
 }
 
 } // namespace

@@ -4,32 +4,18 @@
 
 #include <QSignalSpy>
 #include <QtTest>
-#include "support/PaintCounter.h"
+#include "support/Render.h"
+#include "support/PaintRecorder.h"
 #include "support/Pixels.h"
 
 using Input::mouse;
+using Input::wheel;
 
 namespace {
-
-QImage render(QWidget *w)
-{
-    QImage image(w->size(), QImage::Format_ARGB32);
-    image.fill(Qt::black);
-    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    return image;
-}
 
 int countNear(const QImage &image, const QColor &colour, const QRect &area, int tolerance = 30)
 {
     return Pixels::countNear(image, colour, area, tolerance);
-}
-
-void wheel(QWidget *w, int delta)
-{
-    const QPoint pos(5, 5);
-    QWheelEvent e(pos, w->mapToGlobal(pos), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
-                  Qt::NoScrollPhase, false);
-    QApplication::sendEvent(w, &e);
 }
 
 const QString items3 = QStringLiteral("<Items><Item value=\"Mic\">Microphone</Item><Item>Line</Item>"
@@ -49,11 +35,9 @@ private:
         const QString xml = QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"150\" height=\"30\"/>"
                                            "<Address prmAddr=\"Ch/Input\"/>")
             + items3 + extra;
-        if (type == QLatin1String("ChannelSelectSwitcher"))
-            return host.make<ChannelSelectSwitcher>(xml + QStringLiteral("<ChNum>2</ChNum>"));
-        if (type == QLatin1String("SpeakerSwitcher"))
-            return host.make<SpeakerSwitcher>(xml);
-        return host.make<Switcher>(xml);
+        const QString channel = type == QLatin1String("ChannelSelectSwitcher") ? QStringLiteral("<ChNum>2</ChNum>")
+                                                                                : QString();
+        return host.make<Switcher>(type, xml + channel);
     }
 
 private slots:
@@ -74,10 +58,7 @@ private slots:
 
 void tst_Switcher::init()
 {
-    host.requests.clear();
-    host.selections.clear();
-    host.actions.clear();
-    host.parameters.clear();
+    host.clear();
     host.setParameter(QStringLiteral("Ch/Input"), QStringLiteral("0"), QStringLiteral("Mic"));
 }
 
@@ -241,10 +222,8 @@ void tst_Switcher::valueChangesRepaintOnlyOnChange()
 {
     Switcher *s = switcher();
     QSignalSpy spy(s, &Switcher::currentIndexChanged);
-    PaintCounter counter;
-    s->installEventFilter(&counter);
-    QTest::qWait(20);
-    counter.paints = 0;
+    PaintRecorder counter;
+    QVERIFY(counter.watchSettled(s));
 
     host.setParameter(QStringLiteral("Ch/Input"), QStringLiteral("0"), QStringLiteral("Mic"));
     s->notifyValueChanged({{"prmAddr", "Ch/Input"}, {"dev_uniq_id", "dev1"}});
@@ -252,6 +231,7 @@ void tst_Switcher::valueChangesRepaintOnlyOnChange()
     QCOMPARE(spy.count(), 0);
     // A notification that matched repaints once, changed or not; the rest paints nothing.
     QCOMPARE(counter.paints, 1);
+    counter.clear();
 
     host.setParameter(QStringLiteral("Ch/Input"), QStringLiteral("1"), QStringLiteral("USB"));
     s->notifyValueChanged({{"prmAddr", "Ch/Input"}, {"dev_uniq_id", "dev1"}});
@@ -306,10 +286,8 @@ void tst_Switcher::painting()
 void tst_Switcher::settersReturnEarly()
 {
     Switcher *s = switcher();
-    PaintCounter counter;
-    s->installEventFilter(&counter);
-    QTest::qWait(20);
-    counter.paints = 0;
+    PaintRecorder counter;
+    QVERIFY(counter.watchSettled(s));
     s->setSelectedColor(Switcher::defaultSelectedColor);
     s->setOrientation(Qt::Horizontal);
     s->setItems(s->items());
