@@ -6,7 +6,9 @@
 #include <corvane/ParameterManagement.h>
 
 #include <QDomDocument>
+#include <QHash>
 #include <QPointer>
+#include <QSet>
 #include <QWidget>
 
 #include <functional>
@@ -98,6 +100,8 @@ public:
 private:
     void emitEvent(const QString &json);
     void readDeviceSetup(const QDomElement &device, const QString &id);
+    bool registryHasAdditions() const;
+    QWidget *livingWidget(void *item);
 
     ParameterDatabase *m_database;
     ParameterManagementRegistry m_registry;
@@ -107,6 +111,11 @@ private:
     QVariantMap m_owner;
     QStringList m_warnings;
     QPointer<QWidget> m_panel;
+    // The controls of the panel by their registry item, filled on a miss so
+    // that a delivery does not walk the whole panel; items known to be gone
+    // until the next registration.
+    QHash<void *, QPointer<QWidget>> m_living;
+    QSet<void *> m_gone;
     float m_zoom = 1.0f;
     bool m_scriptedColor = false;
     QColor m_colorAnswer;
