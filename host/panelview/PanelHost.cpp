@@ -112,7 +112,7 @@ bool PanelHost::build(IPanelFactory *factory, QString *error)
     if (m_designSize.isValid() && !m_designSize.isEmpty())
         m_panel->setFixedSize(Saturating::pixels(m_designSize.width(), m_zoom),
                               Saturating::pixels(m_designSize.height(), m_zoom));
-    m_registry.commitAll();
+    commitRegistry();
     return true;
 }
 
@@ -159,6 +159,14 @@ QString PanelHost::nameOf(IWidgetCore *core)
     return w ? w->objectName() : QString();
 }
 
+void PanelHost::commitRegistry()
+{
+    // A new control may sit where a gone one was.
+    if (!m_gone.isEmpty() && registryHasAdditions())
+        m_gone.clear();
+    m_registry.commitAll();
+}
+
 bool PanelHost::registryHasAdditions() const
 {
     for (const QString &category : ParameterManagementRegistry::categories()) {
@@ -196,13 +204,20 @@ QWidget *PanelHost::livingWidget(void *item)
 
 void PanelHost::deliver(const QVariantMap &address)
 {
-    // A new control may sit where a gone one was.
-    if (!m_gone.isEmpty() && registryHasAdditions())
-        m_gone.clear();
-    m_registry.commitAll();
     const QString prmAddr = address.value(Key::prmAddr).toString();
     const QString device = address.value(Key::dev_uniq_id).toString();
     const QString category = ParameterManagementRegistry::categoryOf(prmAddr);
+    ParameterManagementBase *keyed = m_registry.manager(category, device);
+    ParameterManagementBase *fallback = m_registry.defaultManager(category);
+    // Only the two tables read here need their queues applied; a panel
+    // with many devices has many more.
+    for (ParameterManagementBase *m : {keyed, fallback}) {
+        if (!m)
+            continue;
+        if (!m_gone.isEmpty() && !m->pendingAdditions().isEmpty())
+            m_gone.clear();
+        m->commit();
+    }
 
     QVarLengthArray<void *, 16> items;
     auto collect = [&](const ParameterManagementBase *m) {
@@ -214,8 +229,8 @@ void PanelHost::deliver(const QVariantMap &address)
                 items.append(it.value());
         }
     };
-    collect(m_registry.manager(category, device));
-    collect(m_registry.defaultManager(category));
+    collect(keyed);
+    collect(fallback);
 
     // A control may take others down while it handles the change (a page
     // switch), so each one is watched from before the first is told.

@@ -25,7 +25,8 @@ class ParameterDatabase;
     panel through the panel factory, answers the controls' reads from the
     parameter database, passes their requests on, and delivers every change
     the database reports to the controls registered for it. The registry is
-    committed after building and before every delivery.
+    committed after building and after every script line; a delivery
+    commits the tables it reads first.
 
     Requests, selections and context-menu actions are also handed to the
     event sink as JSON lines.
@@ -59,8 +60,10 @@ public:
     IWidgetCore *control(const QString &name) const;
     static QString nameOf(IWidgetCore *core);
 
-    //! Commits the registry and tells every control registered for \a address.
+    //! Commits the tables that hold \a address and tells every control registered for it.
     void deliver(const QVariantMap &address);
+    //! Commits the whole registry; the host's own code commits through here rather than through registry().
+    void commitRegistry();
     //! The committed registrations as a "registry" event.
     QString registryEvent() const;
 

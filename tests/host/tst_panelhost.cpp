@@ -245,11 +245,14 @@ void tst_PanelHost::deliveryFollowsControlsThatComeAndGo()
     QCOMPARE(fake("a")->notified.size(), 3);
     QVERIFY(r->defaultManager("Meter")->registrations().values("Meter:L").contains(static_cast<void *>(gone)));
 
-    // A control that arrives after the first delivery is told too.
+    // A control that arrives after the first delivery is told too, also
+    // when it took the place of the one that is gone (the allocator often
+    // hands out the same block again) and a script line committed it.
     auto *late = new FakeControl(host->panel());
     late->setObjectName("late");
     late->setProperty(PanelFactory::corePropertyName(), QVariant::fromValue(quintptr(static_cast<IWidgetCore *>(late))));
     r->addToDefault("Meter", "Meter:L", static_cast<IWidgetCore *>(late));
+    host->commitRegistry();
     host->deliver(at("dev1", "Meter:L"));
     QCOMPARE(late->notified.size(), 1);
     QCOMPARE(fake("a")->notified.size(), 4);
