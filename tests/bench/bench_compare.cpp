@@ -269,6 +269,20 @@ void showExposed(QWidget *page)
     QApplication::processEvents();
 }
 
+// Counts the paint events of every widget, to tell a frame that painted
+// from one that did nothing.
+class PaintCount : public QObject
+{
+public:
+    bool eventFilter(QObject *, QEvent *e) override
+    {
+        if (e->type() == QEvent::Paint)
+            ++paints;
+        return false;
+    }
+    qint64 paints = 0;
+};
+
 size_t heapInUse()
 {
     return mallinfo2().uordblks;
@@ -438,6 +452,7 @@ void meterStep(Environment &env, int reps, bool shown)
         else
             page->render(&image);
     };
+    const QList<QWidget *> meters = library->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     const QList<QWidget *> barWidgets = bars->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     const QList<QWidget *> thermoWidgets = thermos->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     Best time;
@@ -450,6 +465,11 @@ void meterStep(Environment &env, int reps, bool shown)
                 env.database->store(addressOf(places.at(i)), {{QStringLiteral("ui_prm_val"), QString::number(v)}});
             }, k);
         time.add("library", t.nsecsElapsed() / 1e3 / frames / count);
+        // The painting alone: the lit height set directly, no host between.
+        t.start();
+        for (int f = 0; f < frames; ++f, ++k)
+            frame(library, [&](int i, double v) { meters.at(i)->setProperty("level", int(60 * v + 0.5)); }, k);
+        time.add("paintOnly", t.nsecsElapsed() / 1e3 / frames / count);
         t.start();
         for (int f = 0; f < frames; ++f, ++k)
             frame(bars.get(), [&](int i, double v) { setAnchorValue(barWidgets.at(i), v); }, k);
@@ -462,10 +482,11 @@ void meterStep(Environment &env, int reps, bool shown)
     const int lit = library->findChildren<QWidget *>().first()->property("level").toInt();
     row(shown ? QStringLiteral("512 meters on a shown window, per meter and frame")
               : QStringLiteral("512 meters updated and rendered into one image, per meter"),
-        QStringLiteral("%1 µs").arg(fmt(time["library"])),
+        QStringLiteral("%1 µs (%2 µs with the level set directly)").arg(fmt(time["library"]), fmt(time["paintOnly"])),
         QStringLiteral("QProgressBar %1, QwtThermo %2").arg(fmt(time["bars"]), fmt(time["thermos"])),
-        QStringLiteral("%1 / %2%3")
+        QStringLiteral("%1 / %2 (level set directly: %3 / %4)%5")
             .arg(fmt(ratio(time["library"], time["bars"])), fmt(ratio(time["library"], time["thermos"])),
+                 fmt(ratio(time["paintOnly"], time["bars"])), fmt(ratio(time["paintOnly"], time["thermos"])),
                  lit > 0 ? QString() : QStringLiteral(" (meters stayed dark!)")));
 }
 
@@ -495,6 +516,12 @@ void deliveryStep(Environment &env, int reps)
     registry.commitAll();
     ParameterManagementBase *cachedManager = registry.manager(ParameterManagementRegistry::categoryOf(slot.prmAddr), slot.device);
     const QString positions[2] = {QStringLiteral("0.25"), QStringLiteral("0.75")};
+    // What a host does with a change: tell every control registered for it.
+    auto tell = [&](const ParameterManagementBase *m) {
+        const ParameterManagementBase::Table table = m->registrations();
+        for (auto it = table.constFind(slot.prmAddr); it != table.cend() && it.key() == slot.prmAddr; ++it)
+            static_cast<IWidgetCore *>(it.value())->notifyValueChanged(address);
+    };
     Best time;
     for (int r = 0; r < reps; ++r) {
         QElapsedTimer t;
@@ -502,34 +529,26 @@ void deliveryStep(Environment &env, int reps)
         for (int i = 0; i < calls; ++i) {
             storeQuietly(env, host.get(), slot, (i % 100) / 100.0);
             t.start();
-            const ParameterManagementBase::Table table = manager->registrations();
-            for (auto it = table.constFind(slot.prmAddr); it != table.cend() && it.key() == slot.prmAddr; ++it)
-                static_cast<IWidgetCore *>(it.value())->notifyValueChanged(address);
+            tell(manager);
             ns += t.nsecsElapsed();
         }
         time.add("registry", ns / 1e3 / calls);
         t.start();
         for (int i = 0; i < calls; ++i) {
-            const ParameterManagementBase::Table table = manager->registrations();
-            for (auto it = table.constFind(slot.prmAddr); it != table.cend() && it.key() == slot.prmAddr; ++it)
-                static_cast<IWidgetCore *>(it.value())->notifyValueChanged(address);
+            tell(manager);
         }
         time.add("unchanged", t.nsecsElapsed() / 1e3 / calls);
         ns = 0;
         for (int i = 0; i < calls; ++i) {
             cache.setParameter(slot.device, slot.prmAddr, positions[i % 2], positions[i % 2]);
             t.start();
-            const ParameterManagementBase::Table table = cachedManager->registrations();
-            for (auto it = table.constFind(slot.prmAddr); it != table.cend() && it.key() == slot.prmAddr; ++it)
-                static_cast<IWidgetCore *>(it.value())->notifyValueChanged(address);
+            tell(cachedManager);
             ns += t.nsecsElapsed();
         }
         time.add("cached", ns / 1e3 / calls);
         t.start();
         for (int i = 0; i < calls; ++i) {
-            const ParameterManagementBase::Table table = cachedManager->registrations();
-            for (auto it = table.constFind(slot.prmAddr); it != table.cend() && it.key() == slot.prmAddr; ++it)
-                static_cast<IWidgetCore *>(it.value())->notifyValueChanged(address);
+            tell(cachedManager);
         }
         time.add("cachedUnchanged", t.nsecsElapsed() / 1e3 / calls);
         t.start();
@@ -579,26 +598,38 @@ void hostStep(Environment &env, int n, int reps, Best *deliveries, Best *paints)
     showExposed(host->panel());
     showExposed(qwt.get());
     showExposed(stock.get());
+    PaintCount count;
+    qApp->installEventFilter(&count);
+    // Every visit moves a control to the other of two values, so every
+    // change is one, in every repetition.
+    QVector<int> libraryVisits(n), qwtVisits(n), stockVisits(n);
+    auto flip = [](QVector<int> &visits, int i) { return ++visits[i] % 2 ? 0.25 : 0.75; };
     int k = 0;
     for (int r = 0; r < reps; ++r) {
         QElapsedTimer t;
         t.start();
         for (int f = 0; f < changes / perFrame; ++f) {
-            for (int i = 0; i < perFrame; ++i, ++k)
+            for (int i = 0; i < perFrame; ++i, ++k) {
+                const double v = flip(libraryVisits, target(k));
                 env.database->store(addressOf(places.at(target(k))),
-                                    {{QStringLiteral("ui_prm_val"), QString::number((k % 50) / 50.0 + 0.01)},
-                                     {QStringLiteral("ui_prm_str"), QString::number(k % 50)}});
+                                    {{QStringLiteral("ui_prm_val"), QString::number(v)},
+                                     {QStringLiteral("ui_prm_str"), QString::number(-60 + 60 * v)}});
+            }
             QApplication::processEvents();
         }
         paints->add("library" + key, t.nsecsElapsed() / 1e3 / changes);
+        paints->add("libraryPaints" + key, count.paints);
+        count.paints = 0;
         for (auto *side : {&qwtWidgets, &stockWidgets}) {
             t.start();
             for (int f = 0; f < changes / perFrame; ++f) {
                 for (int i = 0; i < perFrame; ++i, ++k)
-                    setAnchorValue(side->at(target(k)), (k % 50) / 50.0 + 0.01);
+                    setAnchorValue(side->at(target(k)), flip(side == &qwtWidgets ? qwtVisits : stockVisits, target(k)));
                 QApplication::processEvents();
             }
             paints->add((side == &qwtWidgets ? "qwt" : "stock") + key, t.nsecsElapsed() / 1e3 / changes);
+            paints->add((side == &qwtWidgets ? "qwtPaints" : "stockPaints") + key, count.paints);
+            count.paints = 0;
         }
     }
 }
@@ -665,7 +696,9 @@ int main(int argc, char **argv)
             QStringLiteral("%1 µs (%2 × N = %3)")
                 .arg(fmt(paints["library" + key]), fmt(ratio(paints["library" + key], paints["library" + QString::number(sizes.first())])))
                 .arg(sizes.first()),
-            QStringLiteral("Qwt %1, stock %2").arg(fmt(paints["qwt" + key]), fmt(paints["stock" + key])),
+            QStringLiteral("Qwt %1, stock %2 (paint events per run: library %3, Qwt %4, stock %5)")
+                .arg(fmt(paints["qwt" + key]), fmt(paints["stock" + key]))
+                .arg(paints["libraryPaints" + key]).arg(paints["qwtPaints" + key]).arg(paints["stockPaints" + key]),
             QStringLiteral("%1 / %2").arg(fmt(ratio(paints["library" + key], paints["qwt" + key])),
                                          fmt(ratio(paints["library" + key], paints["stock" + key]))));
     }
