@@ -522,35 +522,29 @@ void deliveryStep(Environment &env, int reps)
         for (auto it = table.constFind(slot.prmAddr); it != table.cend() && it.key() == slot.prmAddr; ++it)
             static_cast<IWidgetCore *>(it.value())->notifyValueChanged(address);
     };
-    Best time;
-    for (int r = 0; r < reps; ++r) {
+    // Microseconds per delivery, the value changed before each one (outside
+    // the time) by \a change, or left as it is when there is none.
+    auto timed = [&](const ParameterManagementBase *m, const std::function<void(int)> &change) {
         QElapsedTimer t;
         qint64 ns = 0;
         for (int i = 0; i < calls; ++i) {
-            storeQuietly(env, host.get(), slot, (i % 100) / 100.0);
+            if (change)
+                change(i);
             t.start();
-            tell(manager);
+            tell(m);
             ns += t.nsecsElapsed();
         }
-        time.add("registry", ns / 1e3 / calls);
-        t.start();
-        for (int i = 0; i < calls; ++i) {
-            tell(manager);
-        }
-        time.add("unchanged", t.nsecsElapsed() / 1e3 / calls);
-        ns = 0;
-        for (int i = 0; i < calls; ++i) {
+        return ns / 1e3 / calls;
+    };
+    Best time;
+    for (int r = 0; r < reps; ++r) {
+        time.add("registry", timed(manager, [&](int i) { storeQuietly(env, host.get(), slot, (i % 100) / 100.0); }));
+        time.add("unchanged", timed(manager, nullptr));
+        time.add("cached", timed(cachedManager, [&](int i) {
             cache.setParameter(slot.device, slot.prmAddr, positions[i % 2], positions[i % 2]);
-            t.start();
-            tell(cachedManager);
-            ns += t.nsecsElapsed();
-        }
-        time.add("cached", ns / 1e3 / calls);
-        t.start();
-        for (int i = 0; i < calls; ++i) {
-            tell(cachedManager);
-        }
-        time.add("cachedUnchanged", t.nsecsElapsed() / 1e3 / calls);
+        }));
+        time.add("cachedUnchanged", timed(cachedManager, nullptr));
+        QElapsedTimer t;
         t.start();
         for (int i = 0; i < calls; ++i)
             knob->setValue(i % 100);
