@@ -11,6 +11,9 @@
 
 #include <QFileInfo>
 #include <QSet>
+#include <QVarLengthArray>
+
+#include <algorithm>
 
 PanelHost::PanelHost(ParameterDatabase *database)
     : m_database(database)
@@ -99,6 +102,8 @@ void PanelHost::readDeviceSetup(const QDomElement &device, const QString &id)
 bool PanelHost::build(IPanelFactory *factory, QString *error)
 {
     delete m_panel;
+    m_living.clear();
+    m_gone.clear();
     m_panel = factory->createPanel(m_document.documentElement(), nullptr, this, &m_registry, QVariantMap());
     if (!m_panel) {
         *error = QStringLiteral("the panel factory built nothing");
@@ -107,7 +112,7 @@ bool PanelHost::build(IPanelFactory *factory, QString *error)
     if (m_designSize.isValid() && !m_designSize.isEmpty())
         m_panel->setFixedSize(Saturating::pixels(m_designSize.width(), m_zoom),
                               Saturating::pixels(m_designSize.height(), m_zoom));
-    m_registry.commitAll();
+    commitRegistry();
     return true;
 }
 
@@ -154,33 +159,87 @@ QString PanelHost::nameOf(IWidgetCore *core)
     return w ? w->objectName() : QString();
 }
 
+void PanelHost::commitRegistry()
+{
+    // A new control may sit where a gone one was.
+    if (!m_gone.isEmpty() && registryHasAdditions())
+        m_gone.clear();
+    m_registry.commitAll();
+}
+
+bool PanelHost::registryHasAdditions() const
+{
+    for (const QString &category : ParameterManagementRegistry::categories()) {
+        if (!m_registry.defaultManager(category)->pendingAdditions().isEmpty())
+            return true;
+        const QMap<QString, ParameterManagementBase *> keyed = m_registry.managers(category);
+        for (const ParameterManagementBase *m : keyed) {
+            if (!m->pendingAdditions().isEmpty())
+                return true;
+        }
+    }
+    return false;
+}
+
+// The registry may hold items of controls that are gone (a removal from a
+// default manager lands on "Prm"), so an item is told only when it is one
+// of the panel's controls. Those are indexed once and again only when an
+// item is not found.
+QWidget *PanelHost::livingWidget(void *item)
+{
+    auto it = m_living.constFind(item);
+    if (it != m_living.cend() && !it->isNull())
+        return it->data();
+    if (m_gone.contains(item))
+        return nullptr;
+    m_living.clear();
+    for (IWidgetCore *core : controls())
+        m_living.insert(core, widgetOf(core));
+    it = m_living.constFind(item);
+    if (it != m_living.cend() && !it->isNull())
+        return it->data();
+    m_gone.insert(item);
+    return nullptr;
+}
+
 void PanelHost::deliver(const QVariantMap &address)
 {
-    m_registry.commitAll();
     const QString prmAddr = address.value(Key::prmAddr).toString();
     const QString device = address.value(Key::dev_uniq_id).toString();
     const QString category = ParameterManagementRegistry::categoryOf(prmAddr);
+    ParameterManagementBase *keyed = m_registry.manager(category, device);
+    ParameterManagementBase *fallback = m_registry.defaultManager(category);
+    // Only the two tables read here need their queues applied; a panel
+    // with many devices has many more.
+    for (ParameterManagementBase *m : {keyed, fallback}) {
+        if (!m)
+            continue;
+        if (!m_gone.isEmpty() && !m->pendingAdditions().isEmpty())
+            m_gone.clear();
+        m->commit();
+    }
 
-    QList<ParameterManagementBase::Item> items;
-    if (ParameterManagementBase *m = m_registry.manager(category, device))
-        items += m->registrations().values(prmAddr);
-    if (ParameterManagementBase *m = m_registry.defaultManager(category))
-        items += m->registrations().values(prmAddr);
+    QVarLengthArray<void *, 16> items;
+    auto collect = [&](const ParameterManagementBase *m) {
+        if (!m)
+            return;
+        const ParameterManagementBase::Table table = m->registrations();
+        for (auto it = table.constFind(prmAddr); it != table.cend() && it.key() == prmAddr; ++it) {
+            if (std::find(items.cbegin(), items.cend(), it.value()) == items.cend())
+                items.append(it.value());
+        }
+    };
+    collect(keyed);
+    collect(fallback);
 
     // A control may take others down while it handles the change (a page
-    // switch), so every item is checked against the living controls.
-    QHash<void *, QPointer<QWidget>> living;
-    for (IWidgetCore *core : controls())
-        living.insert(core, widgetOf(core));
-    QSet<void *> done;
-    for (void *item : qAsConst(items)) {
-        if (done.contains(item))
-            continue;
-        done.insert(item);
-        const auto it = living.constFind(item);
-        if (it == living.cend() || it->isNull())
-            continue;
-        static_cast<IWidgetCore *>(item)->notifyValueChanged(address);
+    // switch), so each one is watched from before the first is told.
+    QVarLengthArray<QPointer<QWidget>, 16> targets;
+    for (void *item : items)
+        targets.append(livingWidget(item));
+    for (int i = 0; i < items.size(); ++i) {
+        if (!targets.at(i).isNull())
+            static_cast<IWidgetCore *>(items.at(i))->notifyValueChanged(address);
     }
 }
 

@@ -6,7 +6,9 @@
 #include <corvane/ParameterManagement.h>
 
 #include <QDomDocument>
+#include <QHash>
 #include <QPointer>
+#include <QSet>
 #include <QWidget>
 
 #include <functional>
@@ -23,7 +25,8 @@ class ParameterDatabase;
     panel through the panel factory, answers the controls' reads from the
     parameter database, passes their requests on, and delivers every change
     the database reports to the controls registered for it. The registry is
-    committed after building and before every delivery.
+    committed after building and after every script line; a delivery
+    commits the tables it reads first.
 
     Requests, selections and context-menu actions are also handed to the
     event sink as JSON lines.
@@ -57,8 +60,10 @@ public:
     IWidgetCore *control(const QString &name) const;
     static QString nameOf(IWidgetCore *core);
 
-    //! Commits the registry and tells every control registered for \a address.
+    //! Commits the tables that hold \a address and tells every control registered for it.
     void deliver(const QVariantMap &address);
+    //! Commits the whole registry; the host's own code commits through here rather than through registry().
+    void commitRegistry();
     //! The committed registrations as a "registry" event.
     QString registryEvent() const;
 
@@ -98,6 +103,8 @@ public:
 private:
     void emitEvent(const QString &json);
     void readDeviceSetup(const QDomElement &device, const QString &id);
+    bool registryHasAdditions() const;
+    QWidget *livingWidget(void *item);
 
     ParameterDatabase *m_database;
     ParameterManagementRegistry m_registry;
@@ -107,6 +114,11 @@ private:
     QVariantMap m_owner;
     QStringList m_warnings;
     QPointer<QWidget> m_panel;
+    // The controls of the panel by their registry item, filled on a miss so
+    // that a delivery does not walk the whole panel; items known to be gone
+    // until the next registration.
+    QHash<void *, QPointer<QWidget>> m_living;
+    QSet<void *> m_gone;
     float m_zoom = 1.0f;
     bool m_scriptedColor = false;
     QColor m_colorAnswer;

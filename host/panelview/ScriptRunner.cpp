@@ -167,7 +167,7 @@ bool ScriptRunner::run(const QString &script, const QString &fileName)
         if (tokens.isEmpty())
             continue;
         QCoreApplication::processEvents();
-        m_host->registry()->commitAll();
+        m_host->commitRegistry();
     }
     return true;
 }

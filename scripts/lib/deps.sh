@@ -1,8 +1,9 @@
 # Debian packages the build, the tests, the demo and the Debian package need
-# (dpkg-dev and file: dpkg-shlibdeps works out the package's dependencies).
+# (dpkg-dev and file: dpkg-shlibdeps works out the package's dependencies;
+# qttools5-dev and libqwt-qt5-dev: the UI loader and Qwt for bench_compare).
 CORVANE_PACKAGES=(
     cmake g++ make pkg-config dpkg-dev file
-    qtbase5-dev qtbase5-dev-tools libqt5svg5-dev qttools5-dev
+    qtbase5-dev qtbase5-dev-tools libqt5svg5-dev qttools5-dev libqwt-qt5-dev
     xvfb xauth xdotool x11-utils
     fonts-dejavu-core
     libxml2-utils

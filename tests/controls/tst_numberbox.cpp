@@ -86,6 +86,8 @@ private slots:
     void wheel();
     void paint_data();
     void paint();
+    void opaqueOnlyWhenTheBackgroundIs_data();
+    void opaqueOnlyWhenTheBackgroundIs();
 };
 
 void tst_NumberBox::description_data()
@@ -578,6 +580,31 @@ void tst_NumberBox::paint()
     } else if (shown.size() > 4) {
         QVERIFY(countColour(image, ink, middle) > 0);
     }
+}
+
+void tst_NumberBox::opaqueOnlyWhenTheBackgroundIs_data()
+{
+    QTest::addColumn<QString>("background");
+    QTest::addColumn<bool>("opaque");
+
+    QTest::newRow("default") << "" << true;
+    QTest::newRow("opaque colour") << "<BackgroundColor>0,0,80</BackgroundColor>" << true;
+    QTest::newRow("translucent") << "<BackgroundColor>0,0,80,128</BackgroundColor>" << false;
+    QTest::newRow("transparent") << "<BackgroundColor>0,0,80,0</BackgroundColor>" << false;
+    QTest::newRow("translucent, then opaque")
+        << "<BackgroundColor>0,0,80,128</BackgroundColor><BackgroundColor>0,0,80,255</BackgroundColor>" << true;
+}
+
+// An opaque box spares Qt the painting below it; a see-through one must
+// let the parent paint first, or it shows stale pixels.
+void tst_NumberBox::opaqueOnlyWhenTheBackgroundIs()
+{
+    QFETCH(QString, background);
+    QFETCH(bool, opaque);
+
+    auto *b = host.make<NumberBox>("<Rect x=\"0\" y=\"0\" width=\"60\" height=\"18\"/>" + background);
+    QCOMPARE(b->testAttribute(Qt::WA_OpaquePaintEvent), opaque);
+    QCOMPARE(b->backgroundColor().alpha() == 255, opaque);
 }
 
 QTEST_MAIN(tst_NumberBox)

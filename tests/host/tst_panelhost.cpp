@@ -109,6 +109,7 @@ private slots:
     void requestWithApplyOffIsOnlyReported();
     void deliveryReachesTheDeviceAndDefaultManagers();
     void deliveryCommitsFirstAndSkipsDeadControls();
+    void deliveryFollowsControlsThatComeAndGo();
     void registryEvent();
     void readsFillTheValue();
     void loadRefusesOtherRoots();
@@ -222,6 +223,46 @@ void tst_PanelHost::deliveryCommitsFirstAndSkipsDeadControls()
     QCOMPARE(fake("a")->notified.size(), 1);
     QVERIFY(!host->control("b"));
     QCOMPARE(host->controls().size(), 2);
+}
+
+void tst_PanelHost::deliveryFollowsControlsThatComeAndGo()
+{
+    ParameterManagementRegistry *r = host->registry();
+    r->addToDefault("Meter", "Meter:L", static_cast<IWidgetCore *>(fake("a")));
+    r->addToDefault("Meter", "Meter:L", static_cast<IWidgetCore *>(fake("b")));
+    host->deliver(at("dev1", "Meter:L"));
+    QCOMPARE(fake("a")->notified.size(), 1);
+    QCOMPARE(fake("b")->notified.size(), 1);
+
+    // The removal of a default registration lands on "Prm", so the "Meter"
+    // table keeps the item of a control that is gone: it is skipped, again
+    // and again, while the others are still told.
+    IWidgetCore *gone = fake("b");
+    r->removeFromDefault("Meter", "Meter:L", static_cast<IWidgetCore *>(fake("b")));
+    delete fake("b");
+    host->deliver(at("dev1", "Meter:L"));
+    host->deliver(at("dev1", "Meter:L"));
+    QCOMPARE(fake("a")->notified.size(), 3);
+    QVERIFY(r->defaultManager("Meter")->registrations().values("Meter:L").contains(static_cast<void *>(gone)));
+
+    // A control that arrives after the first delivery is told too, also
+    // when it took the place of the one that is gone (the allocator often
+    // hands out the same block again) and a script line committed it.
+    auto *late = new FakeControl(host->panel());
+    late->setObjectName("late");
+    late->setProperty(PanelFactory::corePropertyName(), QVariant::fromValue(quintptr(static_cast<IWidgetCore *>(late))));
+    r->addToDefault("Meter", "Meter:L", static_cast<IWidgetCore *>(late));
+    host->commitRegistry();
+    host->deliver(at("dev1", "Meter:L"));
+    QCOMPARE(late->notified.size(), 1);
+    QCOMPARE(fake("a")->notified.size(), 4);
+
+    // A control outside the panel is never told, whatever it registered.
+    FakeControl stray(nullptr);
+    r->addToDefault("Meter", "Meter:L", static_cast<IWidgetCore *>(&stray));
+    host->deliver(at("dev1", "Meter:L"));
+    QCOMPARE(stray.notified.size(), 0);
+    QCOMPARE(late->notified.size(), 2);
 }
 
 void tst_PanelHost::registryEvent()

@@ -14,6 +14,7 @@ NumberBox::NumberBox(IHostCore *hostCore, ParameterManagementRegistry *registry,
 {
     // Up and Down need the focus; a click gives it.
     setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent, m_backgroundColor.alpha() == 255);
 }
 
 NumberBox::~NumberBox()
@@ -42,6 +43,8 @@ void NumberBox::setBackgroundColor(const QColor &color)
     if (m_backgroundColor == color)
         return;
     m_backgroundColor = color;
+    // An opaque box paints every pixel: Qt need not paint what lies below.
+    setAttribute(Qt::WA_OpaquePaintEvent, color.alpha() == 255);
     update();
 }
 
