@@ -13,7 +13,7 @@ namespace {
 
 // One input event of a gesture. Mouse positions are offsets from the
 // family's press point.
-struct Step
+struct InputStep
 {
     enum Kind { Press, Move, Release, Key, Wheel } kind;
     int dx = 0;
@@ -24,34 +24,34 @@ struct Step
     int key = 0;
     int wheel = 0; // angle delta
 
-    static Step press(Qt::KeyboardModifiers mods = Qt::NoModifier)
+    static InputStep press(Qt::KeyboardModifiers mods = Qt::NoModifier)
     {
-        Step s{Press};
+        InputStep s{Press};
         s.mods = mods;
         return s;
     }
-    static Step move(int dy, int dx = 0, Qt::KeyboardModifiers mods = Qt::NoModifier,
+    static InputStep move(int dy, int dx = 0, Qt::KeyboardModifiers mods = Qt::NoModifier,
                      Qt::MouseButtons held = Qt::LeftButton)
     {
-        Step s{Move, dx, dy, mods};
+        InputStep s{Move, dx, dy, mods};
         s.held = held;
         return s;
     }
-    static Step release(int dy, Qt::KeyboardModifiers mods = Qt::NoModifier, Qt::MouseButton button = Qt::LeftButton,
+    static InputStep release(int dy, Qt::KeyboardModifiers mods = Qt::NoModifier, Qt::MouseButton button = Qt::LeftButton,
                         Qt::MouseButtons held = Qt::NoButton)
     {
-        Step s{Release, 0, dy, mods, button, held};
+        InputStep s{Release, 0, dy, mods, button, held};
         return s;
     }
-    static Step keyPress(int key)
+    static InputStep keyPress(int key)
     {
-        Step s{Key};
+        InputStep s{Key};
         s.key = key;
         return s;
     }
-    static Step turn(int delta)
+    static InputStep turn(int delta)
     {
-        Step s{Wheel};
+        InputStep s{Wheel};
         s.wheel = delta;
         return s;
     }
@@ -106,7 +106,7 @@ protected:
 
 } // namespace
 
-Q_DECLARE_METATYPE(QList<Step>)
+Q_DECLARE_METATYPE(QList<InputStep>)
 
 class tst_ValueInput : public QObject
 {
@@ -159,26 +159,26 @@ private:
         return w;
     }
 
-    static void play(QWidget *w, const QPoint &at, const QList<Step> &steps)
+    static void play(QWidget *w, const QPoint &at, const QList<InputStep> &steps)
     {
-        for (const Step &s : steps) {
+        for (const InputStep &s : steps) {
             const QPoint pos = at + QPoint(s.dx, s.dy);
             switch (s.kind) {
-            case Step::Press:
-            case Step::Move:
-            case Step::Release: {
-                const QEvent::Type type = s.kind == Step::Press  ? QEvent::MouseButtonPress
-                                          : s.kind == Step::Move ? QEvent::MouseMove
+            case InputStep::Press:
+            case InputStep::Move:
+            case InputStep::Release: {
+                const QEvent::Type type = s.kind == InputStep::Press  ? QEvent::MouseButtonPress
+                                          : s.kind == InputStep::Move ? QEvent::MouseMove
                                                                  : QEvent::MouseButtonRelease;
-                QMouseEvent e(type, pos, w->mapToGlobal(pos), s.kind == Step::Move ? Qt::NoButton : s.button, s.held,
+                QMouseEvent e(type, pos, w->mapToGlobal(pos), s.kind == InputStep::Move ? Qt::NoButton : s.button, s.held,
                               s.mods);
                 QApplication::sendEvent(w, &e);
                 break;
             }
-            case Step::Key:
+            case InputStep::Key:
                 Input::key(w, s.key);
                 break;
-            case Step::Wheel: {
+            case InputStep::Wheel: {
                 QWheelEvent e(QPointF(at), QPointF(w->mapToGlobal(at)), QPoint(), QPoint(0, s.wheel), Qt::NoButton,
                               Qt::NoModifier, Qt::NoScrollPhase, false);
                 QApplication::sendEvent(w, &e);
@@ -202,7 +202,7 @@ private slots:
 void tst_ValueInput::gestures_data()
 {
     QTest::addColumn<int>("family");
-    QTest::addColumn<QList<Step>>("steps");
+    QTest::addColumn<QList<InputStep>>("steps");
     QTest::addColumn<QStringList>("sent");
 
     const QStringList none;
@@ -210,72 +210,72 @@ void tst_ValueInput::gestures_data()
     struct Gesture
     {
         const char *name;
-        QList<Step> steps;
+        QList<InputStep> steps;
         QStringList sent[4];
     };
     const Qt::KeyboardModifiers alt = Qt::AltModifier;
     const Qt::KeyboardModifiers altControl = Qt::AltModifier | Qt::ControlModifier;
     const QList<Gesture> gestures = {
-        {"click", {Step::press(), Step::release(0)}, {none, none, none, none}},
+        {"click", {InputStep::press(), InputStep::release(0)}, {none, none, none, none}},
         // What the press height sends.
         {"up and back to the press height",
-         {Step::press(), Step::move(-10), Step::move(0), Step::release(0)},
+         {InputStep::press(), InputStep::move(-10), InputStep::move(0), InputStep::release(0)},
          {{"0.533333/1", "0.5/1", "0.5/0"},
           {"0.533333/1", "0.5/1", "0.5/0"},
           {"0.533333/1"},
           {"0.533333/1", "0.5/1", "0.5/0"}}},
         {"sideways first, then up",
-         {Step::press(), Step::move(0, 3), Step::move(-10), Step::release(-10)},
+         {InputStep::press(), InputStep::move(0, 3), InputStep::move(-10), InputStep::release(-10)},
          {{"0.5/1", "0.533333/1", "0.533333/0"},
           {"0.5/1", "0.533333/1", "0.533333/0"},
           {"0.533333/1", "0.533333/0"},
           {"0.533333/1", "0.533333/0"}}},
         {"release away without a move",
-         {Step::press(), Step::release(-10)},
+         {InputStep::press(), InputStep::release(-10)},
          {none, none, {"0.533333/0"}, {"0.533333/0"}}},
         // Both ends of the scale hold.
         {"far beyond the top",
-         {Step::press(), Step::move(-400), Step::release(-400)},
+         {InputStep::press(), InputStep::move(-400), InputStep::release(-400)},
          {{"1/1", "1/0"}, {"1/1", "1/0"}, {"1/1", "1/0"}, {"1/1", "1/0"}}},
         {"far below the bottom",
-         {Step::press(), Step::move(400), Step::release(400)},
+         {InputStep::press(), InputStep::move(400), InputStep::release(400)},
          {{"0/1", "0/0"}, {"0/1", "0/0"}, {"0/1", "0/0"}, {"0/1", "0/0"}}},
         {"a modifier during the drag ends it",
-         {Step::press(), Step::move(-10), Step::move(-20, 0, Qt::ShiftModifier), Step::release(-20)},
+         {InputStep::press(), InputStep::move(-10), InputStep::move(-20, 0, Qt::ShiftModifier), InputStep::release(-20)},
          {{"0.533333/1"}, {"0.533333/1"}, {"0.533333/1"}, {"0.533333/1"}}},
         // Alt, and where it stands against Control.
         {"Alt-click, released higher",
-         {Step::press(alt), Step::release(-10, alt)},
+         {InputStep::press(alt), InputStep::release(-10, alt)},
          {{"default"}, {"default"}, {"0.533333/0"}, none}},
         {"Alt+Control-click",
-         {Step::press(altControl), Step::release(0, altControl)},
+         {InputStep::press(altControl), InputStep::release(0, altControl)},
          {none, {"default"}, none, none}},
         // Buttons.
         {"a move without the button held",
-         {Step::press(), Step::move(-10, 0, Qt::NoModifier, Qt::NoButton), Step::release(-10)},
+         {InputStep::press(), InputStep::move(-10, 0, Qt::NoModifier, Qt::NoButton), InputStep::release(-10)},
          {{"0.533333/1", "0.533333/0"},
           {"0.533333/1", "0.533333/0"},
           {"0.533333/1", "0.533333/0"},
           {"0.533333/0"}}},
         {"another button comes up mid-drag",
-         {Step::press(), Step::move(-10), Step::release(-10, Qt::NoModifier, Qt::RightButton, Qt::LeftButton),
-          Step::release(-20)},
+         {InputStep::press(), InputStep::move(-10), InputStep::release(-10, Qt::NoModifier, Qt::RightButton, Qt::LeftButton),
+          InputStep::release(-20)},
          {{"0.533333/1", "0.566667/0"},
           {"0.533333/1", "0.566667/0"},
           {"0.533333/1", "0.533333/0"},
           {"0.533333/1", "0.566667/0"}}},
         // Keys and wheel.
         {"Up, Down",
-         {Step::keyPress(Qt::Key_Up), Step::keyPress(Qt::Key_Down)},
+         {InputStep::keyPress(Qt::Key_Up), InputStep::keyPress(Qt::Key_Down)},
          {{"step 1", "step -1"}, {"step 1", "step -1"}, {"step 1", "step -1"}, none}},
-        {"Left, Right", {Step::keyPress(Qt::Key_Left), Step::keyPress(Qt::Key_Right)}, {none, none, none, none}},
+        {"Left, Right", {InputStep::keyPress(Qt::Key_Left), InputStep::keyPress(Qt::Key_Right)}, {none, none, none, none}},
         {"wheel a notch up, two down",
-         {Step::turn(120), Step::turn(-240)},
+         {InputStep::turn(120), InputStep::turn(-240)},
          {{"step 1", "step -1", "step -1"},
           {"step 1", "step -1", "step -1"},
           {"step 1", "step -1", "step -1"},
           {"step 1", "step -1", "step -1"}}},
-        {"wheel half a notch twice", {Step::turn(60), Step::turn(60)}, {{"step 1"}, {"step 1"}, {"step 1"}, {"step 1"}}},
+        {"wheel half a notch twice", {InputStep::turn(60), InputStep::turn(60)}, {{"step 1"}, {"step 1"}, {"step 1"}, {"step 1"}}},
     };
     for (const Gesture &g : gestures) {
         for (int f = DialFamily; f <= DelayCellFamily; ++f)
@@ -286,7 +286,7 @@ void tst_ValueInput::gestures_data()
 void tst_ValueInput::gestures()
 {
     QFETCH(int, family);
-    QFETCH(QList<Step>, steps);
+    QFETCH(QList<InputStep>, steps);
     QFETCH(QStringList, sent);
     QPoint at;
     QWidget *w = make(Family(family), &at);
@@ -304,28 +304,28 @@ void tst_ValueInput::gestures()
 
 void tst_ValueInput::gestureHooks_data()
 {
-    QTest::addColumn<QList<Step>>("steps");
+    QTest::addColumn<QList<InputStep>>("steps");
     QTest::addColumn<int>("started");
     QTest::addColumn<int>("ended");
     QTest::addColumn<bool>("dragging");
 
-    QTest::newRow("press") << QList<Step>{Step::press()} << 1 << 0 << true;
-    QTest::newRow("drag") << QList<Step>{Step::press(), Step::move(-5), Step::release(-5)} << 1 << 1 << false;
-    QTest::newRow("ended by a modifier") << QList<Step>{Step::press(), Step::move(-5, 0, Qt::ShiftModifier)} << 1 << 1
+    QTest::newRow("press") << QList<InputStep>{InputStep::press()} << 1 << 0 << true;
+    QTest::newRow("drag") << QList<InputStep>{InputStep::press(), InputStep::move(-5), InputStep::release(-5)} << 1 << 1 << false;
+    QTest::newRow("ended by a modifier") << QList<InputStep>{InputStep::press(), InputStep::move(-5, 0, Qt::ShiftModifier)} << 1 << 1
                                          << false;
     QTest::newRow("ended by a Control release")
-        << QList<Step>{Step::press(), Step::move(-5), Step::release(-5, Qt::ControlModifier)} << 1 << 1 << false;
-    QTest::newRow("right button") << QList<Step>{Step::press(), Step::release(0, Qt::NoModifier, Qt::RightButton,
+        << QList<InputStep>{InputStep::press(), InputStep::move(-5), InputStep::release(-5, Qt::ControlModifier)} << 1 << 1 << false;
+    QTest::newRow("right button") << QList<InputStep>{InputStep::press(), InputStep::release(0, Qt::NoModifier, Qt::RightButton,
                                                                               Qt::LeftButton)}
                                   << 1 << 0 << true;
-    QTest::newRow("Alt-click is no drag") << QList<Step>{Step::press(Qt::AltModifier)} << 0 << 0 << false;
-    QTest::newRow("two drags") << QList<Step>{Step::press(), Step::release(0), Step::press(), Step::release(-3)} << 2
+    QTest::newRow("Alt-click is no drag") << QList<InputStep>{InputStep::press(Qt::AltModifier)} << 0 << 0 << false;
+    QTest::newRow("two drags") << QList<InputStep>{InputStep::press(), InputStep::release(0), InputStep::press(), InputStep::release(-3)} << 2
                                << 2 << false;
 }
 
 void tst_ValueInput::gestureHooks()
 {
-    QFETCH(QList<Step>, steps);
+    QFETCH(QList<InputStep>, steps);
     QFETCH(int, started);
     QFETCH(int, ended);
     QFETCH(bool, dragging);
