@@ -573,7 +573,7 @@ public:
 
 protected:
     int paintedState() const override;
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void addressRebound(int index) override;
 
 private:
@@ -720,7 +720,7 @@ public:
     virtual bool readTarget(const QDomElement &e);
 
 protected:
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void showEvent(QShowEvent *event) override;
 
 private:

@@ -118,7 +118,7 @@ protected:
     //! Where a drag beyond the travel ends up; the dial stops at either end.
     virtual int boundDragPosition(int position) const { return qBound(0, position, int(dragRange)); }
 
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void buildContextMenu(QMenu *menu) override;
     bool menuEntryChosen(QAction *action) override;
 

@@ -122,7 +122,7 @@ protected:
     virtual void sendKnobPosition(int p, bool held);
     virtual void stepValue(int step);
 
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void buildContextMenu(QMenu *menu) override;
     bool menuEntryChosen(QAction *action) override;
 

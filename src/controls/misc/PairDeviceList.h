@@ -67,7 +67,7 @@ public:
     virtual bool readSelectedColor(const QDomElement &e);
 
 protected:
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;

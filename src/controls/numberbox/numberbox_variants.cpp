@@ -56,7 +56,7 @@ bool readNumber(const QDomElement &e, double *out)
 
 int BandWidthNumberBox::unitIndex() const
 {
-    return addressCount() > 1 && addressAt(1).key(Key::AddrType).isEmpty() ? 1 : -1;
+    return addressCount() > 1 && !isSelector(1) ? 1 : -1;
 }
 
 QString BandWidthNumberBox::unitText() const

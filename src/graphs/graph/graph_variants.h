@@ -30,7 +30,7 @@ public:
 
 protected:
     QPolygon scaled(const GraphCurves::FloatCurve &curve) const override;
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void paintCurve(QPainter &painter) override;
 
 private:
@@ -72,7 +72,7 @@ public:
     virtual bool readDepth(const QDomElement &e);
 
 protected:
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void resizeEvent(QResizeEvent *event) override;
     void paintCurve(QPainter &painter) override;
 
@@ -104,7 +104,7 @@ public:
     using ParametricCurve::ParametricCurve;
 
 protected:
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
 };
 
 /*!
@@ -131,7 +131,7 @@ public:
 
 protected:
     bool sumsCurves() const override { return m_sum; }
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
 
 private:
     bool m_sum = false;
@@ -152,13 +152,13 @@ public:
 protected:
     bool isOwn(int index) const
     {
-        return index < this->addressCount() && this->addressAt(index).key(Key::AddrType).isEmpty();
+        return index < this->addressCount() && !this->isSelector(index);
     }
     bool sumsCurves() const override { return isOwn(1); }
-    void addressValueChanged(int index) override
+    void ownValueChanged(int index) override
     {
         if (!isOwn(index))
-            Base::addressValueChanged(index);
+            Base::ownValueChanged(index);
         else if (index <= 1)
             this->curveChanged(index, index == 1);
         else
@@ -356,7 +356,7 @@ public:
     bool isBandOn() const { return m_bandOn; }
 
 protected:
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void paintHandle(QPainter &painter) override;
 
 private:
@@ -378,7 +378,7 @@ public:
     bool isFilterEnabled() const { return m_filterEnabled; }
 
 protected:
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
 
 private:
     bool m_filterEnabled = true;
