@@ -3,12 +3,8 @@
 #include "Dial.h"
 
 #include <QDomElement>
-#include <QKeyEvent>
-#include <QMenu>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QWheelEvent>
 
 #include <cmath>
 
@@ -17,7 +13,7 @@ const QColor Dial::defaultIndicatorColor(64, 160, 255, 255);
 const char *const Dial::defaultIndexImage = "Widget/Dial/index.svg";
 
 Dial::Dial(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
-    : BaseWidget(hostCore, registry, parent)
+    : ValueInputWidget<BaseWidget>(valueInput, hostCore, registry, parent)
 {
     // Up and Down need the focus; a click gives it.
     setFocusPolicy(Qt::StrongFocus);
@@ -209,122 +205,6 @@ void Dial::ownValueChanged(int index)
         return;
     m_shownPosition = shown;
     update();
-}
-
-void Dial::sendDragPosition(int position, bool held)
-{
-    requestPosition(position, dragRange, held ? 1 : 0, 0);
-}
-
-void Dial::stepValue(int step)
-{
-    requestStep(step, 0);
-}
-
-int Dial::dragPositionAt(const QPoint &pos) const
-{
-    return boundDragPosition(m_dragStartPosition + (m_dragStartPoint.y() - pos.y()));
-}
-
-// ---------------------------------------------------------------------------
-// Menu
-
-void Dial::buildContextMenu(QMenu *menu)
-{
-    BaseWidget::buildContextMenu(menu);
-    m_levels.addToMenu(menu);
-}
-
-bool Dial::menuEntryChosen(QAction *action)
-{
-    return m_levels.sendChoice(action, *this) || BaseWidget::menuEntryChosen(action);
-}
-
-// ---------------------------------------------------------------------------
-// Input
-
-void Dial::keyPressEvent(QKeyEvent *event)
-{
-    if (!isVisible()) {
-        event->ignore();
-        return;
-    }
-    switch (event->key()) {
-    case Qt::Key_Up:
-        stepValue(1);
-        return;
-    case Qt::Key_Down:
-        stepValue(-1);
-        return;
-    default:
-        break;
-    }
-    BaseWidget::keyPressEvent(event);
-}
-
-void Dial::mousePressEvent(QMouseEvent *event)
-{
-    if (event->button() != Qt::LeftButton) {
-        QWidget::mousePressEvent(event);
-        return;
-    }
-    const Qt::KeyboardModifiers mods = event->modifiers();
-    if (handOverModifierPress(event))
-        return;
-    pressNotified(event);
-    if (mods & Qt::AltModifier) {
-        requestDefault(0);
-        return;
-    }
-    m_dragging = true;
-    m_moved = false;
-    m_dragStartPoint = event->pos();
-    m_dragStartPosition = qBound(0, stepOfPosition(dragRange, 0), dragRange);
-}
-
-void Dial::mouseMoveEvent(QMouseEvent *event)
-{
-    if (event->modifiers() != Qt::NoModifier) {
-        maybeStartParameterDrag(event);
-        m_dragging = false;
-        m_moved = false;
-        return;
-    }
-    if (!m_dragging)
-        return;
-    m_moved = true;
-    sendDragPosition(dragPositionAt(event->pos()), true);
-}
-
-void Dial::mouseReleaseEvent(QMouseEvent *event)
-{
-    if (event->button() != Qt::LeftButton) {
-        QWidget::mouseReleaseEvent(event);
-        return;
-    }
-    if (event->modifiers() & Qt::ControlModifier) {
-        controlClick(event);
-        m_dragging = false;
-        m_moved = false;
-        return;
-    }
-    if (!m_dragging)
-        return;
-    m_dragging = false;
-    if (m_moved) {
-        m_moved = false;
-        sendDragPosition(dragPositionAt(event->pos()), false);
-    }
-}
-
-void Dial::wheelEvent(QWheelEvent *event)
-{
-    if (!m_wheelPolicy.accepts(event, isEnabled() && addressAt(0).isValid())) {
-        event->ignore();
-        return;
-    }
-    event->accept();
-    m_wheel.deliver(event, [this](int step) { stepValue(step); });
 }
 
 // ---------------------------------------------------------------------------

@@ -1,10 +1,8 @@
 #ifndef CORVANE_CONTROLS_DIAL_DIAL_H
 #define CORVANE_CONTROLS_DIAL_DIAL_H
 
+#include "controls/common/AbstractValueInput.h"
 #include "controls/common/ImageSource.h"
-#include "controls/common/LevelList.h"
-#include "controls/common/WheelPolicy.h"
-#include "controls/common/WheelSteps.h"
 #include "core/BaseWidget.h"
 
 #include <QColor>
@@ -35,7 +33,7 @@
     fills from the minimum, 150 from 12 o'clock as a pan dial does);
     "Width" is the arc's line width in design pixels.
 */
-class Dial : public BaseWidget
+class Dial : public ValueInputWidget<BaseWidget>
 {
     Q_OBJECT
     Q_PROPERTY(double position READ shownPosition)
@@ -59,8 +57,17 @@ class Dial : public BaseWidget
 public:
     Dial(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
 
-    //! The drag scale: positions run from 0 to this.
-    static constexpr int dragRange = 300;
+    //! How the dial takes its gestures.
+    static constexpr Policy valueInput{
+        AltClick::DefaultAfterControl, // Control-clicks are handed over first, then Alt asks for the default
+        PressPoint::Sends,             // every move sends, even one back at the press height
+        false,                         // a relative drag on dragRange
+        true,                          // Up and Down step
+        false,                         // moves need no held button
+        false,                         // only the left button's release ends a drag
+        false,                         // the start coordinate keeps its full width
+    };
+
     //! The knob's travel in degrees, and its angle at position 0 (clockwise from 12 o'clock).
     static constexpr double sweep = 300.0;
     static constexpr double minimumAngle = -150.0;
@@ -76,8 +83,6 @@ public:
     virtual double angle() const { return angleOf(m_shownPosition); }
     static double angleOf(double position) { return minimumAngle + sweep * qBound(0.0, position, 1.0); }
 
-    bool isDragging() const { return m_dragging; }
-    int dragStartPosition() const { return m_dragStartPosition; }
     QColor color() const { return m_color; }
     void setColor(const QColor &color);
     //! The "Round" rectangle at the current zoom; empty when there is none.
@@ -98,8 +103,6 @@ public:
     void setIndicatorWidth(int width);
     //! The arc's rectangle at the current zoom: 1 pixel in from the corner, the height less 2, unless "Rect" gave one.
     QRect indicatorRect() const;
-    QStringList levels() const { return m_levels.describe(); }
-    const LevelList &levelList() const { return m_levels; }
 
     bool setZoom(float zoom) override;
 
@@ -110,23 +113,7 @@ public:
     virtual bool readLevelList(const QDomElement &e);
 
 protected:
-    //! Sends a drag position from 0 to dragRange, held or released.
-    virtual void sendDragPosition(int position, bool held);
-    virtual void stepValue(int step);
-    //! The clamped drag position at \a pos.
-    int dragPositionAt(const QPoint &pos) const;
-    //! Where a drag beyond the travel ends up; the dial stops at either end.
-    virtual int boundDragPosition(int position) const { return qBound(0, position, int(dragRange)); }
-
     void ownValueChanged(int index) override;
-    void buildContextMenu(QMenu *menu) override;
-    bool menuEntryChosen(QAction *action) override;
-
-    void keyPressEvent(QKeyEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
-    void wheelEvent(QWheelEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
     void paintIndicator(QPainter &painter);
@@ -136,7 +123,6 @@ protected:
 private:
     QRect scaled(const QRect &design) const;
 
-    LevelList m_levels;
     ImageSource m_indexImage{QLatin1String(defaultIndexImage)};
     ImageSource m_knobImage;
     QColor m_color = defaultColor;
@@ -146,14 +132,8 @@ private:
     qint16 m_indicatorWidth = 2;
     QRect m_indicatorRect; // design pixels; null: follows the widget's height
     bool m_indicatorShown = false;
-    bool m_dragging = false;
-    bool m_moved = false;
-    int m_dragStartPosition = 0;
-    QPoint m_dragStartPoint;
 
     double m_shownPosition = 0;
-    WheelSteps m_wheel;
-    WheelPolicy m_wheelPolicy{this};
 };
 
 #endif

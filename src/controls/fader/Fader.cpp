@@ -3,11 +3,7 @@
 #include "Fader.h"
 
 #include <QDomElement>
-#include <QKeyEvent>
-#include <QMenu>
-#include <QMouseEvent>
 #include <QPainter>
-#include <QWheelEvent>
 
 #include <cmath>
 
@@ -63,7 +59,7 @@ int scaledLength(int design, float zoom)
 } // namespace
 
 Fader::Fader(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
-    : BaseWidget(hostCore, registry, parent)
+    : ValueInputWidget<BaseWidget>(valueInput, hostCore, registry, parent)
     , m_knobDesignSize(defaultKnobSize)
 {
     // Up and Down need the focus; a click gives it.
@@ -390,7 +386,7 @@ bool Fader::readRailColor(const QDomElement &e)
 void Fader::ownValueChanged(int index)
 {
     // While dragging the knob stays under the mouse; it settles at release.
-    if (index == 0 && !m_dragging)
+    if (index == 0 && !isDragging())
         placeKnob();
 }
 
@@ -399,138 +395,32 @@ void Fader::sendKnobPosition(int p, bool held)
     requestPosition(knobPositionToRatio(p), 1.0, held ? 1 : 0, 0);
 }
 
-void Fader::stepValue(int step)
+int Fader::stepOfKey(int key) const
 {
-    requestStep(step, 0);
+    if (key == Qt::Key_Right || key == Qt::Key_Left)
+        return m_orientation == Qt::Horizontal ? (key == Qt::Key_Right ? 1 : -1) : 0;
+    return ValueInputWidget::stepOfKey(key);
 }
 
-void Fader::buildContextMenu(QMenu *menu)
+bool Fader::startDragAt(const QPoint &pos)
 {
-    BaseWidget::buildContextMenu(menu);
-    m_levels.addToMenu(menu);
-}
-
-bool Fader::menuEntryChosen(QAction *action)
-{
-    return m_levels.sendChoice(action, *this) || BaseWidget::menuEntryChosen(action);
-}
-
-// ---------------------------------------------------------------------------
-// Input
-
-void Fader::keyPressEvent(QKeyEvent *event)
-{
-    if (!isVisible()) {
-        event->ignore();
-        return;
-    }
-    int step = 0;
-    switch (event->key()) {
-    case Qt::Key_Up:
-        step = 1;
-        break;
-    case Qt::Key_Down:
-        step = -1;
-        break;
-    case Qt::Key_Right:
-        step = m_orientation == Qt::Horizontal ? 1 : 0;
-        break;
-    case Qt::Key_Left:
-        step = m_orientation == Qt::Horizontal ? -1 : 0;
-        break;
-    default:
-        break;
-    }
-    if (step) {
-        stepValue(step);
-        return;
-    }
-    BaseWidget::keyPressEvent(event);
-}
-
-void Fader::mousePressEvent(QMouseEvent *event)
-{
-    if (event->button() != Qt::LeftButton) {
-        QWidget::mousePressEvent(event);
-        return;
-    }
-    const Qt::KeyboardModifiers mods = event->modifiers();
-    if (mods & Qt::AltModifier) {
-        requestDefault(0);
-        return;
-    }
-    if (handOverModifierPress(event))
-        return;
-    pressNotified(event);
     const QRect knob = knobRect();
-    if (!knob.contains(event->pos()))
-        return;
-    m_dragging = true;
-    m_moved = false;
-    m_grabOffset = qint16(m_orientation == Qt::Vertical ? knob.top() - event->pos().y()
-                                                        : knob.left() - event->pos().x());
+    if (!knob.contains(pos))
+        return false;
+    m_grabOffset = qint16(m_orientation == Qt::Vertical ? knob.top() - pos.y() : knob.left() - pos.x());
+    return true;
 }
 
-void Fader::mouseMoveEvent(QMouseEvent *event)
+void Fader::sendDragPosition(int p, bool held)
 {
-    if (event->modifiers() != Qt::NoModifier) {
-        maybeStartParameterDrag(event);
-        if (m_dragging) {
-            m_dragging = false;
-            m_moved = false;
-            placeKnob();
-        }
-        return;
-    }
-    if (!m_dragging)
-        return;
-    m_moved = true;
-    const int p = knobPositionAt(event->pos());
     setKnobPosition(p);
-    sendKnobPosition(p, true);
-}
-
-void Fader::mouseReleaseEvent(QMouseEvent *event)
-{
-    if (event->button() != Qt::LeftButton) {
-        QWidget::mouseReleaseEvent(event);
-        return;
-    }
-    if (event->modifiers() & Qt::ControlModifier) {
-        controlClick(event);
-        if (m_dragging) {
-            m_dragging = false;
-            m_moved = false;
-            placeKnob();
-        }
-        return;
-    }
-    if (!m_dragging)
-        return;
-    m_dragging = false;
-    if (m_moved) {
-        m_moved = false;
-        const int p = knobPositionAt(event->pos());
-        setKnobPosition(p);
-        sendKnobPosition(p, false);
-    }
-    placeKnob();
-}
-
-void Fader::wheelEvent(QWheelEvent *event)
-{
-    if (!m_wheelPolicy.accepts(event, isEnabled() && addressAt(0).isValid())) {
-        event->ignore();
-        return;
-    }
-    event->accept();
-    m_wheel.deliver(event, [this](int step) { stepValue(step); });
+    sendKnobPosition(p, held);
 }
 
 void Fader::resizeEvent(QResizeEvent *event)
 {
     BaseWidget::resizeEvent(event);
-    if (!m_dragging)
+    if (!isDragging())
         placeKnob();
 }
 

@@ -1,10 +1,8 @@
 #ifndef CORVANE_CONTROLS_FADER_FADER_H
 #define CORVANE_CONTROLS_FADER_FADER_H
 
+#include "controls/common/AbstractValueInput.h"
 #include "controls/common/ImageSource.h"
-#include "controls/common/LevelList.h"
-#include "controls/common/WheelPolicy.h"
-#include "controls/common/WheelSteps.h"
 #include "core/BaseWidget.h"
 
 #include <QColor>
@@ -35,7 +33,7 @@
     image); the rail below the knob in the fill colour when "FillLevel" is
     set; the level marks; the knob image, or a drawn cap.
 */
-class Fader : public BaseWidget
+class Fader : public ValueInputWidget<BaseWidget>
 {
     Q_OBJECT
     Q_PROPERTY(int knobPosition READ knobPosition)
@@ -60,6 +58,17 @@ public:
 
     Fader(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
 
+    //! How the fader takes its gestures.
+    static constexpr Policy valueInput{
+        AltClick::DefaultBeforeControl, // Alt asks for the default before anything else, Alt+Control included
+        PressPoint::Sends,              // every move sends; a click on the knob without movement sends nothing
+        true,                           // the knob follows the pointer pixel for pixel
+        true,                           // Up and Down step, Left and Right too when horizontal
+        false,                          // moves need no held button
+        false,                          // only the left button's release ends a drag
+        false,                          // the start coordinate keeps its full width
+    };
+
     //! The knob's size at zoom 1 when the description gives none (width along the rail's cross axis).
     static const QSize defaultKnobSize;
     static const QColor defaultRailColor;
@@ -75,7 +84,6 @@ public:
     ScaleKind scaleKind() const { return ScaleKind(m_scaleKind); }
     void setScaleKind(ScaleKind kind);
     Qt::Orientation orientation() const { return m_orientation; }
-    bool isDragging() const { return m_dragging; }
     bool fillLevel() const { return m_fillLevel; }
     void setFillLevel(bool on);
     QColor railColor() const { return m_railColor; }
@@ -86,8 +94,6 @@ public:
     void setKnobImage(const QString &name);
     QString baseImage() const { return m_baseImage.name(); }
     void setBaseImage(const QString &name);
-    QStringList levels() const { return m_levels.describe(); }
-    const LevelList &levelList() const { return m_levels; }
 
     bool setZoom(float zoom) override;
 
@@ -120,17 +126,17 @@ protected:
     int knobPositionAt(const QPoint &pos) const;
     void setKnobPosition(int p);
     virtual void sendKnobPosition(int p, bool held);
-    virtual void stepValue(int step);
+
+    //! Left and Right step as Up and Down do while the rail lies horizontally.
+    int stepOfKey(int key) const override;
+    //! Only a press on the knob grabs it; the knob never jumps to the pointer.
+    bool startDragAt(const QPoint &pos) override;
+    int dragCoordinate(const QPoint &pos) const override { return knobPositionAt(pos); }
+    void sendDragPosition(int p, bool held) override;
+    //! The knob settles where the parameter puts it.
+    void gestureEnded() override { placeKnob(); }
 
     void ownValueChanged(int index) override;
-    void buildContextMenu(QMenu *menu) override;
-    bool menuEntryChosen(QAction *action) override;
-
-    void keyPressEvent(QKeyEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
-    void wheelEvent(QWheelEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
@@ -142,7 +148,6 @@ private:
     //! The rectangle worth repainting when the knob moves between \a from and \a to.
     QRect knobTrail(const QRect &from, const QRect &to) const;
 
-    LevelList m_levels;
     ImageSource m_knobImage;
     ImageSource m_baseImage;
     QSize m_knobDesignSize;
@@ -151,16 +156,12 @@ private:
     QRect m_railDesignRect;
     qint16 m_scaleKind = Normal;
     qint16 m_grabOffset = 0;
-    bool m_dragging = false;
-    bool m_moved = false;
     bool m_fillLevel = false;
     QColor m_railColor = defaultRailColor;
 
     QColor m_fillColor = defaultFillColor;
     Qt::Orientation m_orientation = Qt::Vertical;
     int m_knobPosition = 0;
-    WheelSteps m_wheel;
-    WheelPolicy m_wheelPolicy{this};
 };
 
 #endif

@@ -9,7 +9,7 @@ const QColor NumberBox::enabledTextColor(204, 204, 204, 255);
 const QColor NumberBox::disabledTextColor(153, 153, 153, 255);
 
 NumberBox::NumberBox(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
-    : BaseWidget(hostCore, registry, parent)
+    : ValueInputWidget<BaseWidget>(valueInput, hostCore, registry, parent)
 {
     // Up and Down need the focus; a click gives it.
     setFocusPolicy(Qt::StrongFocus);
@@ -139,11 +139,6 @@ void NumberBox::commitText(const QString &text)
     requestText(text, valueIndex());
 }
 
-void NumberBox::stepValue(int step)
-{
-    requestStep(step, valueIndex());
-}
-
 void NumberBox::editorKeyPressed(QKeyEvent *event)
 {
     keyPressEvent(event);
@@ -173,17 +168,14 @@ void NumberBox::keyPressEvent(QKeyEvent *event)
         return;
     case Qt::Key_Up:
     case Qt::Key_Down:
-        if (editing)
-            endEditing(false);
-        else if (isEditable())
-            stepValue(event->key() == Qt::Key_Up ? 1 : -1);
-        else
+        if (!editing)
             break;
+        endEditing(false);
         return;
     default:
         break;
     }
-    BaseWidget::keyPressEvent(event);
+    ValueInputWidget::keyPressEvent(event);
 }
 
 // ---------------------------------------------------------------------------
@@ -194,59 +186,6 @@ int NumberBox::dragCoordinate(const QPoint &pos) const
     return m_horizontalDrag ? (pos.y() - pos.x()) / 2 : pos.y();
 }
 
-void NumberBox::dragTo(int coordinate, bool held)
-{
-    if (coordinate == m_dragStartCoordinate)
-        return;
-    sendDragPosition(boundDragPosition(m_dragStartPosition + (m_dragStartCoordinate - coordinate)), held);
-}
-
-void NumberBox::sendDragPosition(int position, bool held)
-{
-    requestPosition(position, dragRange, held ? 1 : 0, valueIndex());
-}
-
-void NumberBox::mousePressEvent(QMouseEvent *event)
-{
-    if (event->button() != Qt::LeftButton) {
-        QWidget::mousePressEvent(event);
-        return;
-    }
-    const Qt::KeyboardModifiers mods = event->modifiers();
-    if (handOverModifierPress(event))
-        return;
-    pressNotified(event);
-    if (!isEditable())
-        return;
-    m_dragging = true;
-    m_dragStartCoordinate = qint16(dragCoordinate(event->pos()));
-    m_dragStartPosition = qint16(qBound(0, stepOfPosition(dragRange, valueIndex()), dragRange));
-}
-
-void NumberBox::mouseMoveEvent(QMouseEvent *event)
-{
-    if (event->modifiers() != Qt::NoModifier) {
-        maybeStartParameterDrag(event);
-        m_dragging = false;
-        return;
-    }
-    if (m_dragging)
-        dragTo(dragCoordinate(event->pos()), true);
-}
-
-void NumberBox::mouseReleaseEvent(QMouseEvent *event)
-{
-    if ((event->modifiers() & Qt::ControlModifier) && event->button() == Qt::LeftButton) {
-        controlClick(event);
-        m_dragging = false;
-        return;
-    }
-    if (m_dragging) {
-        dragTo(dragCoordinate(event->pos()), false);
-        m_dragging = false;
-    }
-}
-
 void NumberBox::wheelEvent(QWheelEvent *event)
 {
     // Turning the wheel over an open editor must not throw the typed text
@@ -255,13 +194,7 @@ void NumberBox::wheelEvent(QWheelEvent *event)
         event->accept();
         return;
     }
-    const bool operable = isEditable() && isEnabled() && addressAt(valueIndex()).isValid();
-    if (!m_wheelPolicy.accepts(event, operable)) {
-        event->ignore();
-        return;
-    }
-    event->accept();
-    m_wheel.deliver(event, [this](int step) { stepValue(step); });
+    ValueInputWidget::wheelEvent(event);
 }
 
 // ---------------------------------------------------------------------------

@@ -1,9 +1,8 @@
 #ifndef CORVANE_CONTROLS_NUMBERBOX_NUMBERBOX_H
 #define CORVANE_CONTROLS_NUMBERBOX_NUMBERBOX_H
 
+#include "controls/common/AbstractValueInput.h"
 #include "controls/numberbox/LineEdit.h"
-#include "controls/common/WheelPolicy.h"
-#include "controls/common/WheelSteps.h"
 #include "core/BaseWidget.h"
 
 #include <QColor>
@@ -28,7 +27,7 @@
 
     Wheel: one step request per notch, up "1" and down "-1".
 */
-class NumberBox : public BaseWidget, public EditorOwner
+class NumberBox : public ValueInputWidget<BaseWidget>, public EditorOwner
 {
     Q_OBJECT
     Q_PROPERTY(bool editing READ isEditing)
@@ -51,12 +50,20 @@ public:
 
     static const QColor enabledTextColor;
     static const QColor disabledTextColor;
-    //! The drag scale: positions run from 0 to this.
-    static constexpr int dragRange = 300;
+
+    //! How the box takes its gestures.
+    static constexpr Policy valueInput{
+        AltClick::Ignored,  // Alt-click starts a drag as a plain click does
+        PressPoint::Silent, // nothing is sent while the pointer is at the press coordinate
+        false,              // a relative drag on dragRange
+        true,               // Up and Down step
+        false,              // moves need no held button
+        true,               // any button's release ends a drag
+        true,               // the start coordinate is kept in 16 bits
+    };
 
     LineEdit *editor() const { return m_editor; }
     bool isEditing() const;
-    bool isDragging() const { return m_dragging; }
     QColor backgroundColor() const { return m_backgroundColor; }
     void setBackgroundColor(const QColor &color);
     Qt::Alignment textAlignment() const { return m_alignment; }
@@ -65,13 +72,9 @@ public:
     void setHorizontalDrag(bool on) { m_horizontalDrag = on; }
     QColor textColor() const { return isEnabled() ? enabledTextColor : disabledTextColor; }
     QString editorText() const;
-    int dragStartPosition() const { return m_dragStartPosition; }
 
     //! The text the box draws.
     virtual QString shownText() const;
-    //! Whether the user may change the value at all (typing, keys, wheel, drag).
-    virtual bool isEditable() const { return true; }
-
     bool setZoom(float zoom) override;
 
     // EditorOwner
@@ -93,29 +96,17 @@ signals:
     void editingFinished(bool committed);
 
 protected:
-    //! The address the box shows and changes.
-    virtual int valueIndex() const { return 0; }
     //! The text the editor opens with.
     virtual QString editorStartText() const;
     //! Sends a committed edit.
     virtual void commitText(const QString &text);
-    //! Sends one step, up (1) or down (-1).
-    virtual void stepValue(int step);
-    //! Sends a drag position from 0 to dragRange, held (1) or released (0).
-    virtual void sendDragPosition(int position, bool held);
-    //! Brings a drag position that left the scale back onto it.
-    virtual int boundDragPosition(int position) const { return qBound(0, position, int(dragRange)); }
     //! Whether the editor is for numbers (the input method is closed).
     virtual bool numericInput() const { return true; }
 
     //! The drag coordinate of a mouse position: y, or (y - x) / 2 with horizontal drag.
-    int dragCoordinate(const QPoint &pos) const;
-    void dragTo(int coordinate, bool held);
+    int dragCoordinate(const QPoint &pos) const override;
 
     void keyPressEvent(QKeyEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -125,13 +116,8 @@ private:
 
     LineEdit *m_editor = nullptr;
     QColor m_backgroundColor{0, 0, 0, 255};
-    qint16 m_dragStartPosition = 0;
-    qint16 m_dragStartCoordinate = 0;
-    bool m_dragging = false;
     Qt::Alignment m_alignment = Qt::AlignCenter;
     bool m_horizontalDrag = false;
-    WheelSteps m_wheel;
-    WheelPolicy m_wheelPolicy{this};
 };
 
 #endif

@@ -55,7 +55,7 @@ void RouterGrid::activateCell(int row, int column)
 // DelayMatrix
 
 DelayMatrix::DelayMatrix(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
-    : MatrixGrid(hostCore, registry, parent)
+    : ValueInputWidget<MatrixGrid>(valueInput, hostCore, registry, parent)
 {
 }
 
@@ -135,50 +135,24 @@ void DelayMatrix::keyPressEvent(QKeyEvent *event)
     MatrixGrid::keyPressEvent(event);
 }
 
-void DelayMatrix::dragTo(int y, bool held)
-{
-    if (y != m_drag.startY)
-        m_drag.moved = true;
-    if (!m_drag.moved)
-        return;
-    const int p = qBound(0, m_drag.startPosition + (m_drag.startY - y), int(dragRange));
-    requestPosition(p, dragRange, held ? 1 : 0, m_drag.index);
-}
-
 void DelayMatrix::mousePressEvent(QMouseEvent *event)
 {
     // The grid's handling selects, focuses and hands modifier clicks over;
     // activateCell() does nothing here, so no toggle is sent.
     MatrixGrid::mousePressEvent(event);
     m_stroke.active = false;
-    m_drag = Drag();
+    abortDrag();
     if (event->button() != Qt::LeftButton || event->modifiers() != Qt::NoModifier)
         return;
     const QPoint cell = cellAt(event->pos());
-    if (cell.x() < 0 || !cellEnabled(cell.y(), cell.x()))
-        return;
-    m_drag.index = cellIndex(cell.y(), cell.x());
-    m_drag.startY = event->pos().y();
-    m_drag.startPosition = qBound(0, stepOfPosition(dragRange, m_drag.index), dragRange);
-}
-
-void DelayMatrix::mouseMoveEvent(QMouseEvent *event)
-{
-    if (event->modifiers() != Qt::NoModifier) {
-        maybeStartParameterDrag(event);
-        m_drag = Drag();
-        return;
-    }
-    if (m_drag.index >= 0 && (event->buttons() & Qt::LeftButton))
-        dragTo(event->pos().y(), true);
+    if (cell.x() >= 0 && cellEnabled(cell.y(), cell.x()))
+        beginDragAt(cellIndex(cell.y(), cell.x()), event->pos());
 }
 
 void DelayMatrix::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton && m_drag.index >= 0) {
-        dragTo(event->pos().y(), false);
-        m_drag = Drag();
-    }
+    if (event->button() == Qt::LeftButton)
+        finishDrag(dragCoordinate(event->pos()));
     MatrixGrid::mouseReleaseEvent(event);
 }
 

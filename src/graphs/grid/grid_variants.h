@@ -2,7 +2,7 @@
 #define CORVANE_GRAPHS_GRID_GRID_VARIANTS_H
 
 #include "controls/button/Button.h"
-#include "controls/common/WheelSteps.h"
+#include "controls/common/AbstractValueInput.h"
 #include "controls/numberbox/LineEdit.h"
 #include "graphs/grid/MatrixGrid.h"
 
@@ -106,7 +106,7 @@ public:
     while the button is down and set at release; a press without movement
     sends nothing. The wheel steps the cell under the pointer.
 */
-class DelayMatrix : public MatrixGrid, public EditorOwner
+class DelayMatrix : public ValueInputWidget<MatrixGrid>, public EditorOwner
 {
     Q_OBJECT
     Q_PROPERTY(bool editing READ isEditing)
@@ -116,7 +116,16 @@ public:
     DelayMatrix(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent);
     ~DelayMatrix() override;
 
-    static constexpr int dragRange = 300;
+    //! How a cell takes its gestures.
+    static constexpr Policy valueInput{
+        AltClick::Ignored,             // Alt-clicks are the grid's
+        PressPoint::SendsAfterLeaving, // nothing until the pointer leaves the press height, then every move
+        false,                         // a relative drag on dragRange
+        false,                         // the arrow keys move the focus cell
+        true,                          // a cell drags only while the left button is held
+        false,                         // only the left button's release ends a drag
+        false,                         // the start coordinate keeps its full width
+    };
 
     bool cellLit(int, int) const override { return false; }
     QString cellText(int row, int column) const override;
@@ -125,8 +134,6 @@ public:
     bool isEditing() const;
     //! The address index being typed into, -1 when none.
     int editIndex() const { return isEditing() ? m_editIndex : -1; }
-    //! The address index being dragged, -1 when none.
-    int dragIndex() const { return m_drag.index; }
 
     //! Opens the editor over the cell; false when it is not editable or an edit is open.
     bool startEditing(int row, int column);
@@ -141,25 +148,13 @@ protected:
     void activateCell(int, int) override { }
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:
-    void dragTo(int y, bool held);
-
-    struct Drag
-    {
-        int index = -1;
-        int startY = 0;
-        int startPosition = 0;
-        bool moved = false;
-    };
     LineEdit *m_editor = nullptr;
     int m_editIndex = -1;
-    Drag m_drag;
-    WheelSteps m_wheel;
 };
 
 //! Behaves as RouterGrid, patching card slots: nothing of its own.
