@@ -357,11 +357,18 @@ protected:
             Gate::apply(*this, isGated());
         return true;
     }
-    void addressValueChanged(int index) override
+    void ownValueChanged(int index) override
     {
         if (index == gateIndex())
             apply();
-        Base::addressValueChanged(index);
+        Base::ownValueChanged(index);
+    }
+    // Without addresses of its own a control may test a selector.
+    void typedAddressChanged(const QString &type, int index) override
+    {
+        if (index == gateIndex())
+            apply();
+        Base::typedAddressChanged(type, index);
     }
 
     Addressing::ValueGate m_gate;

@@ -10,6 +10,7 @@
 #include <corvane/IWidgetCore.h>
 #include <corvane/ParameterManagement.h>
 
+#include "AddressBinding.h"
 #include "TagTable.h"
 
 class QAction;
@@ -36,7 +37,13 @@ class QMouseEvent;
     "{ChNum}". The control keeps the text as written and binds the address
     with every placeholder replaced by its current value (see
     setPlaceholder()); an address whose placeholders are not all known yet
-    stays unbound.
+    stays unbound. The addresses, their templates and the placeholders are
+    kept by an AddressBinding.
+
+    A value change is dispatched once: a change of one of the control's own
+    addresses goes to ownValueChanged(), a change of a selector (an address
+    with an "AddrType") to typedAddressChanged(). Subclasses reimplement the
+    hook they need and never test the address type themselves.
 */
 class BaseWidget : public QWidget, public IWidgetCore
 {
@@ -94,7 +101,7 @@ public:
     bool setWidgetName(const QString &name) override;
     QString &widgetName() override { return m_name; }
     bool isParameterWidget() const override { return true; }
-    int addressCount() const override { return m_addresses.size(); }
+    int addressCount() const override { return m_binding.count(); }
     ParameterAddress &address(int index) override;
     bool applyValues(const QList<Value> &values) override;
     void updateAddresses(const QList<QVariantMap> &addresses) override;
@@ -114,6 +121,11 @@ public:
 
     ParameterManagementRegistry *registry() const { return m_registry; }
     const ParameterAddress &addressAt(int index) const;
+    const AddressBinding &binding() const { return m_binding; }
+    //! True when \a index is a selector (has an "AddrType") rather than one of the control's own addresses.
+    bool isSelector(int index) const { return m_binding.isSelector(index); }
+    //! The number of addresses that are the control's own; they come before the selectors.
+    int ownAddressCount() const { return m_binding.ownCount(); }
     bool highlight() const { return m_highlight; }
     //! Active when the host marks the control's panel active or the control was set active itself.
     bool isActive() const { return m_active || (m_hostCore && m_hostCore->isActive(this)); }
@@ -165,7 +177,7 @@ public:
 
     //! Replaces a placeholder of the address templates and rebinds what it changes.
     void setPlaceholder(const QString &name, const QString &value);
-    QString placeholder(const QString &name) const { return m_placeholders.value(name); }
+    QString placeholder(const QString &name) const { return m_binding.placeholder(name); }
 
     //! The text payload of a parameter drag: the address's keys as JSON.
     virtual QString dragPayload(int index) const;
@@ -201,10 +213,10 @@ protected:
     virtual void completeAddressKeys(QVariantMap &keys) const { Q_UNUSED(keys) }
     //! Whether requests first check that the parameter exists.
     virtual bool checksParameterExistence() const { return false; }
-    //! Called after the value of \a index changed; repaints by default.
-    virtual void addressValueChanged(int index);
+    //! Called after the value of the control's own address \a index changed; repaints by default.
+    virtual void ownValueChanged(int index);
     //! Called after the address at \a index was bound to another parameter.
-    virtual void addressRebound(int index) { addressValueChanged(index); }
+    virtual void addressRebound(int index) { dispatchValueChanged(index); }
     //! Whether a notification that matched an entry repaints even when its value stayed the same.
     virtual bool repaintsOnMatch() const { return true; }
     //! The two texts reported when \a index is selected.
@@ -216,7 +228,7 @@ protected:
     void unregisterAddress(const ParameterAddress &address);
     //! Index of the first address of type \a addrType ("AddrType" key), or -1.
     int indexOfAddressType(const QString &addrType) const;
-    //! Called when an address of a non-empty "AddrType" changed value.
+    //! Called when the selector \a index, of type \a addrType, changed value or was rebound.
     virtual void typedAddressChanged(const QString &addrType, int index) { Q_UNUSED(addrType) Q_UNUSED(index) }
 
     // Context-menu operations.
@@ -254,7 +266,11 @@ protected:
 
 private:
     void applyFont(float zoom);
-    QString boundAddress(const QString &templ, bool *complete) const;
+    //! Hands a value change of \a index to ownValueChanged() or, for a selector, to typedAddressChanged().
+    void dispatchValueChanged(int index);
+    void registerEntry(int index);
+    void unregisterEntry(int index);
+    bool changeRegistration(bool add, AddressBinding::Category category, const ParameterAddress &address);
 
     IHostCore *m_hostCore;
     ParameterManagementRegistry *m_registry;
@@ -262,7 +278,7 @@ private:
     QSize m_designSize;
     bool m_highlight = false;
     bool m_secondFlag = true;
-    QVector<ParameterAddress> m_addresses;
+    AddressBinding m_binding;
     QMap<QString, Value> m_attributes;
     int m_currentAddressIndex = 0;
     QList<QVariant> m_sideList;
@@ -280,9 +296,6 @@ private:
     int m_tabOrder = -1;
     qreal m_designPointSize = 9.0;
     QPoint m_pressPoint;
-    QVector<QString> m_templates;          // prmAddr as written, one per address
-    QVector<bool> m_registered;            // whether the address is in the registry
-    QHash<QString, QString> m_placeholders;
 };
 
 #endif

@@ -167,11 +167,11 @@ bool DisablePanelContainer::eventFilter(QObject *watched, QEvent *event)
     return ParameterText::eventFilter(watched, event);
 }
 
-void DisablePanelContainer::addressValueChanged(int index)
+void DisablePanelContainer::ownValueChanged(int index)
 {
     if (isTested(index))
         updateState();
-    ParameterText::addressValueChanged(index);
+    ParameterText::ownValueChanged(index);
 }
 
 void DisablePanelContainer::paintEvent(QPaintEvent *)
@@ -219,7 +219,7 @@ QString DisablePanelMulti::disableValueLists() const
 
 bool DisablePanelMulti::isTested(int index) const
 {
-    return index >= 0 && index < addressCount() && addressAt(index).key(Key::AddrType).isEmpty();
+    return index >= 0 && index < addressCount() && !isSelector(index);
 }
 
 bool DisablePanelMulti::matches() const

@@ -68,7 +68,7 @@ protected:
     virtual bool isTested(int index) const { return index == 0; }
     void updateState();
 
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 

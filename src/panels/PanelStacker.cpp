@@ -267,9 +267,9 @@ void PanelStacker::dropPages()
     m_shown = false;
 }
 
-void PanelStacker::addressValueChanged(int index)
+void PanelStacker::ownValueChanged(int index)
 {
-    BaseWidget::addressValueChanged(index);
+    BaseWidget::ownValueChanged(index);
     if (index == 0 && (!positionText(0).isEmpty() || !displayText(0).isEmpty()))
         m_valueArrived = true;
     if (index == 0)

@@ -105,7 +105,7 @@ protected:
 
     //! Builds the page of \a key as a child of the stacker; null when there is none.
     virtual QWidget *createPage(const QString &key);
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void addressRebound(int index) override;
     void paintEvent(QPaintEvent *event) override;
 

@@ -144,9 +144,9 @@ void AutomixerGroupController::installPanel(QWidget *panel)
     applyGroupState();
 }
 
-void AutomixerGroupController::addressValueChanged(int index)
+void AutomixerGroupController::ownValueChanged(int index)
 {
-    PanelContainer::addressValueChanged(index);
+    PanelContainer::ownValueChanged(index);
     if (index == 0)
         applyGroupState();
 }

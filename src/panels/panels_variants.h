@@ -185,7 +185,7 @@ public:
 
 protected:
     void installPanel(QWidget *panel) override;
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
 
 private:
     void applyGroupState();

@@ -36,7 +36,10 @@
 
 // The type names the factory builds, in the order of its chain. Each entry
 // is also the class it constructs, so a name and its class cannot drift apart.
+// Each block starts with the folder under src/ and the headers its classes
+// are declared in (family header first, then its variants).
 #define CORVANE_WIDGET_TYPES(X) \
+    /* controls/button: Button.h, button_variants.h */ \
     X(Button) \
     X(SelectButton) \
     X(SelectButtonWithMessage) \
@@ -103,6 +106,7 @@
     X(MatchValueButton) \
     X(ReturnButton) \
     X(TmpLinkRegisterButton) \
+    /* controls/dial: Dial.h, dial_variants.h */ \
     X(Dial) \
     X(ChannelSelectDial) \
     X(TuningZoneDial) \
@@ -114,6 +118,7 @@
     X(DirectionDial) \
     X(ControlFaderDial) \
     X(RejectFocusDial) \
+    /* panels: PanelContainer.h, DisablePanelContainer.h, PanelStacker.h, panels_variants.h */ \
     X(PanelContainer) \
     X(DisablePanelContainer) \
     X(DisablePanelMulti) \
@@ -133,6 +138,7 @@
     X(SpeakerDragPanel) \
     X(ScrollPanel) \
     X(AutomixerGroupController) \
+    /* controls/fader: Fader.h, fader_variants.h */ \
     X(Fader) \
     X(TuningZoneFader) \
     X(TuningZoneMatchFader) \
@@ -145,6 +151,7 @@
     X(VelaMatrixMixerFader) \
     X(LevelScalePointer) \
     X(ChannelSelectFader) \
+    /* controls/indicator: Indicator.h, indicator_variants.h */ \
     X(Indicator) \
     X(RedundantIndicator) \
     X(ChannelSelectIndicator) \
@@ -158,6 +165,7 @@
     X(SrcIndicator) \
     X(WordClockIndicator) \
     X(FbsIndicator) \
+    /* controls/image: Image.h, image_variants.h */ \
     X(Image) \
     X(ParameterImage) \
     X(ChannelSelectParameterImage) \
@@ -166,10 +174,14 @@
     X(SpeakerParameterGreaterThanImage) \
     X(SelectFrame) \
     X(ParameterColor) \
+    /* graphs/area: area_variants.h */ \
     X(BeamArea) \
+    /* controls/image: image_variants.h */ \
     X(ImageStacker) \
     X(MicDirection) \
     X(AudioCodecStatus) \
+    /* controls/numberbox: NumberBox.h, DelaySubTimeNumberBox.h, numberbox_variants.h, and */ \
+    /* controls/text: ValueTexts.h, HexTextBox.h, text_variants.h, interleaved in the chain's order */ \
     X(NumberBox) \
     X(Text) \
     X(ParameterText) \
@@ -231,6 +243,7 @@
     X(RejectFocusNumberBox) \
     X(RejectFocusParameterText) \
     X(FixedScaleDelaySubTimeNumberBox) \
+    /* controls/meter: Meter.h, meter_variants.h */ \
     X(Meter) \
     X(ChannelSelectMeter) \
     X(ChannelSelectMeterGR) \
@@ -241,6 +254,7 @@
     X(PeakMeter) \
     X(IndicatorStyleMeter) \
     X(BorderMeter) \
+    /* graphs/grid: MatrixGrid.h, grid_variants.h */ \
     X(MatrixGrid) \
     X(RouterGrid) \
     X(MatrixMixer) \
@@ -261,6 +275,7 @@
     X(OstraZoneGroup) \
     X(FenRouter) \
     X(KiteRouter) \
+    /* controls/combobox: ComboBox.h, combobox_variants.h */ \
     X(ComboBox) \
     X(PrmViewComboBox) \
     X(KeyInMultiComboBox) \
@@ -279,6 +294,7 @@
     X(CategoryComboBox) \
     X(PhonesComboBox) \
     X(EffectiveMicComboBox) \
+    /* graphs/graph: Graph.h, GraphBack.h, GraphControlPoint.h, graph_variants.h */ \
     X(ParametricEqualizerGraphBack) \
     X(ParametricEqualizerGraph) \
     X(BrioParametricEqualizerGraph) \
@@ -304,17 +320,22 @@
     X(Graph) \
     X(GraphicEqualizerGraph) \
     X(Halo3DGraph) \
+    /* graphs/area: area_variants.h */ \
     X(TrackingArea) \
+    /* controls/switcher: Switcher.h, switcher_variants.h */ \
     X(Switcher) \
     X(ChannelSelectSwitcher) \
     X(SpeakerSwitcher) \
+    /* controls/scale: scale_variants.h */ \
     X(GraphSppHScale) \
     X(GraphSppVScalePhase) \
     X(GraphSppVScaleSP) \
     X(GraphSppVScalePEQ) \
     X(MeterScaleGR) \
     X(MeterScaleVoltage) \
+    /* graphs/grid: grid_variants.h */ \
     X(RoomCombineChecker) \
+    /* controls/misc: ColorBox.h, PairDeviceList.h */ \
     X(ColorBox) \
     X(PairDeviceList)
 

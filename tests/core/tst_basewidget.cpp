@@ -28,12 +28,27 @@ public:
     bool checkExistence = false;
 
 protected:
-    void addressValueChanged(int index) override
+    void ownValueChanged(int index) override
     {
         ++changes;
-        BaseWidget::addressValueChanged(index);
+        BaseWidget::ownValueChanged(index);
     }
     bool checksParameterExistence() const override { return checkExistence; }
+};
+
+// Records which hook each value change reached.
+class DispatchWidget : public BaseWidget
+{
+public:
+    using BaseWidget::BaseWidget;
+    QStringList calls;
+
+protected:
+    void ownValueChanged(int index) override { calls.append(QString("own %1").arg(index)); }
+    void typedAddressChanged(const QString &type, int index) override
+    {
+        calls.append(QString("%1 %2").arg(type).arg(index));
+    }
 };
 
 class IntegerTarget : public IHostTarget
@@ -89,6 +104,7 @@ private slots:
     void repaintOnMatch_data();
     void repaintOnMatch();
     void dragStart();
+    void valueDispatch();
 };
 
 void tst_BaseWidget::defaults()
@@ -798,6 +814,31 @@ void tst_BaseWidget::dragStart()
     QCOMPARE(text, w.dragPayload(0));
     QCOMPARE(formats, QStringList{"text/plain"});
     QCOMPARE(actions, Qt::DropActions(Qt::CopyAction));
+}
+
+void tst_BaseWidget::valueDispatch()
+{
+    RecordingHost host;
+    host.setParameter("dev1", "Local:Sel", "0.5", "2");
+    host.setParameter("dev1", "A", "0.1", "a");
+    const QVariantMap selector{{"prmAddr", "Local:Sel"}, {"dev_uniq_id", "dev1"}};
+    const QVariantMap own{{"prmAddr", "A"}, {"dev_uniq_id", "dev1"}};
+    DispatchWidget w(&host, nullptr, nullptr);
+    QVERIFY(w.appendAddress(selector, "ChNum"));
+    // The own address goes before the selector, which moves to index 1.
+    QVERIFY(w.appendAddress(own));
+    QCOMPARE(w.calls, QStringList({"ChNum 0", "own 0"}));
+    QCOMPARE(w.addressCount(), 2);
+    QCOMPARE(w.ownAddressCount(), 1);
+    QVERIFY(!w.isSelector(0));
+    QVERIFY(w.isSelector(1));
+
+    w.calls.clear();
+    host.setParameter("dev1", "Local:Sel", "0.6", "3");
+    w.notifyValueChanged(selector);
+    host.setParameter("dev1", "A", "0.2", "b");
+    w.notifyValueChanged(own);
+    QCOMPARE(w.calls, QStringList({"ChNum 1", "own 0"}));
 }
 
 QTEST_MAIN(tst_BaseWidget)

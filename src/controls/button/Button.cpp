@@ -176,7 +176,7 @@ QList<int> Button::ownAddressIndexes() const
 {
     QList<int> indexes;
     for (int i = 0; i < addressCount(); ++i) {
-        if (addressAt(i).key(Key::AddrType).isEmpty())
+        if (!isSelector(i))
             indexes.append(i);
     }
     return indexes;

@@ -350,11 +350,11 @@ int BlinkButton::paintedState() const
     return state;
 }
 
-void BlinkButton::addressValueChanged(int index)
+void BlinkButton::ownValueChanged(int index)
 {
     if (index == 0)
         updateBlinking();
-    Button::addressValueChanged(index);
+    Button::ownValueChanged(index);
 }
 
 void BlinkButton::addressRebound(int index)
@@ -408,11 +408,11 @@ void ChangeEnableButton::applyToTargets()
     }
 }
 
-void ChangeEnableButton::addressValueChanged(int index)
+void ChangeEnableButton::ownValueChanged(int index)
 {
     if (index == 0)
         applyToTargets();
-    Button::addressValueChanged(index);
+    Button::ownValueChanged(index);
 }
 
 void ChangeEnableButton::showEvent(QShowEvent *event)

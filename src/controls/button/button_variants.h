@@ -571,7 +571,7 @@ public:
 
 protected:
     int paintedState() const override;
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void addressRebound(int index) override;
 
 private:
@@ -718,7 +718,7 @@ public:
 protected:
     virtual bool readTarget(const QDomElement &e);
 
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void showEvent(QShowEvent *event) override;
 
 private:

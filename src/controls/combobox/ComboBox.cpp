@@ -113,13 +113,8 @@ void ComboBox::setItems(const QVector<Option> &items)
     refresh();
 }
 
-void ComboBox::addressValueChanged(int index)
+void ComboBox::ownValueChanged(int index)
 {
-    const QString type = addressAt(index).key(Key::AddrType);
-    if (!type.isEmpty()) {
-        typedAddressChanged(type, index);
-        return;
-    }
     if (index == 0)
         refresh();
 }

@@ -107,7 +107,7 @@ protected:
 
     bool canOperate() const { return !m_readOnly && isEnabled(); }
 
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

@@ -189,14 +189,8 @@ bool Dial::readLevelList(const QDomElement &e)
 // ---------------------------------------------------------------------------
 // Values and requests
 
-void Dial::addressValueChanged(int index)
+void Dial::ownValueChanged(int index)
 {
-    const QString type = addressAt(index).key(Key::AddrType);
-    if (!type.isEmpty()) {
-        // A selector: it moves the bound address, which reports on its own.
-        typedAddressChanged(type, index);
-        return;
-    }
     if (index != 0)
         return;
     const double shown = qBound(0.0, position(0), 1.0);

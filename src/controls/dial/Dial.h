@@ -112,7 +112,7 @@ protected:
     virtual bool readIndicator(const QDomElement &e);
     virtual bool readLevelList(const QDomElement &e);
 
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;
 
     void paintIndicator(QPainter &painter);

@@ -370,13 +370,8 @@ bool Fader::readKnobSize(const QDomElement &e)
 // ---------------------------------------------------------------------------
 // Values, requests, menu
 
-void Fader::addressValueChanged(int index)
+void Fader::ownValueChanged(int index)
 {
-    const QString type = addressAt(index).key(Key::AddrType);
-    if (!type.isEmpty()) {
-        typedAddressChanged(type, index);
-        return;
-    }
     // While dragging the knob stays under the mouse; it settles at release.
     if (index == 0 && !isDragging())
         placeKnob();

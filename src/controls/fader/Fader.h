@@ -134,7 +134,7 @@ protected:
     //! The knob settles where the parameter puts it.
     void gestureEnded() override { placeKnob(); }
 
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 

@@ -53,18 +53,14 @@ void Image::refresh()
 
 int Image::parameterStep(int steps) const
 {
-    if (addressCount() == 0 || !addressAt(0).isValid() || !addressAt(0).key(Key::AddrType).isEmpty())
+    if (addressCount() == 0 || !addressAt(0).isValid() || isSelector(0))
         return -1;
     return hasPosition(0) ? stepOfPosition(steps, 0) : -1;
 }
 
-void Image::addressValueChanged(int index)
+void Image::ownValueChanged(int index)
 {
-    const QString type = addressAt(index).key(Key::AddrType);
-    if (!type.isEmpty()) {
-        typedAddressChanged(type, index);
-        return;
-    }
+    Q_UNUSED(index)
     refresh();
 }
 

@@ -62,7 +62,7 @@ protected:
     //! Address 0's step on \a steps steps, or -1 when it is unbound or not a number.
     int parameterStep(int steps) const;
 
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;
     //! Draws the control; the base draws the current image.
     virtual void paintContent(QPainter &painter);

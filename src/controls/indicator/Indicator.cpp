@@ -39,7 +39,7 @@ QList<int> Indicator::ownAddressIndexes() const
 {
     QList<int> indexes;
     for (int i = 0; i < addressCount(); ++i) {
-        if (addressAt(i).key(Key::AddrType).isEmpty())
+        if (!isSelector(i))
             indexes.append(i);
     }
     return indexes;
@@ -61,7 +61,7 @@ int Indicator::addressesOn() const
 
 bool Indicator::computeOn() const
 {
-    return addressOn(0) && addressAt(0).key(Key::AddrType).isEmpty();
+    return addressOn(0) && !isSelector(0);
 }
 
 void Indicator::refresh()
@@ -74,13 +74,9 @@ void Indicator::refresh()
     emit onChanged(on);
 }
 
-void Indicator::addressValueChanged(int index)
+void Indicator::ownValueChanged(int index)
 {
-    const QString type = addressAt(index).key(Key::AddrType);
-    if (!type.isEmpty()) {
-        typedAddressChanged(type, index);
-        return;
-    }
+    Q_UNUSED(index)
     refresh();
 }
 

@@ -80,7 +80,7 @@ protected:
     //! Re-evaluates the state; repaints when it changed.
     void refresh();
 
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

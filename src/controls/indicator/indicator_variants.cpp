@@ -23,9 +23,9 @@ QString ChannelNumberIndicator::shownText() const
     return number.isEmpty() ? text() : number;
 }
 
-void ChannelNumberIndicator::addressValueChanged(int index)
+void ChannelNumberIndicator::ownValueChanged(int index)
 {
-    Indicator::addressValueChanged(index);
+    Indicator::ownValueChanged(index);
     const QString shown = shownText();
     if (shown != m_shownText) {
         m_shownText = shown;

@@ -82,7 +82,7 @@ public:
     QString shownText() const override;
 
 protected:
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
 
 private:
     QString m_shownText;

@@ -139,7 +139,7 @@ bool Meter::isOnline() const
     const int i = onlineIndex();
     // Selectors sit behind the control's own addresses: a meter bound
     // without an online state may have one in that place.
-    if (i >= addressCount() || !addressAt(i).key(Key::AddrType).isEmpty())
+    if (i >= addressCount() || isSelector(i))
         return true;
     return positionText(i) == onlineText;
 }
@@ -164,12 +164,9 @@ void Meter::readLevel()
     setLevel(levelPixels(m_levelPosition));
 }
 
-void Meter::addressValueChanged(int index)
+void Meter::ownValueChanged(int index)
 {
-    const QString type = addressAt(index).key(Key::AddrType);
-    if (!type.isEmpty()) {
-        typedAddressChanged(type, index);
-    } else if (index == 0) {
+    if (index == 0) {
         m_levelPosition = position(0);
         setLevel(levelPixels(m_levelPosition));
     } else if (index == onlineIndex()) {

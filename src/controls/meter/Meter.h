@@ -80,7 +80,7 @@ protected:
     //! Repaints the rows that differ between two lit heights.
     void updateBetween(int fromPixels, int toPixels);
 
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     //! A meter paints only what its level reads; unchanged values paint nothing.
     bool repaintsOnMatch() const override { return false; }
     void paintEvent(QPaintEvent *event) override;

@@ -62,15 +62,11 @@ void PeakMeter::readPeak()
     setPeak(peakPixels());
 }
 
-void PeakMeter::addressValueChanged(int index)
+void PeakMeter::ownValueChanged(int index)
 {
-    if (!addressAt(index).key(Key::AddrType).isEmpty()) {
-        Meter::addressValueChanged(index);
-        return;
-    }
     switch (index) {
     case 0:
-        Meter::addressValueChanged(0);
+        Meter::ownValueChanged(0);
         readPeak();
         break;
     case 1:
@@ -79,7 +75,7 @@ void PeakMeter::addressValueChanged(int index)
     default:
         if (index != onlineIndex())
             break;
-        Meter::addressValueChanged(index);
+        Meter::ownValueChanged(index);
         if (!isOnline()) {
             m_peakPosition = 0.0;
             setPeak(0);

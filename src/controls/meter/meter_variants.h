@@ -102,7 +102,7 @@ signals:
 
 protected:
     int onlineIndex() const override { return 2; }
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void paintMeter(QPainter &painter) override;
     void resizeEvent(QResizeEvent *event) override;
 

@@ -49,13 +49,8 @@ void ColorBox::refresh()
     emit colorChanged(c);
 }
 
-void ColorBox::addressValueChanged(int index)
+void ColorBox::ownValueChanged(int index)
 {
-    const QString type = addressAt(index).key(Key::AddrType);
-    if (!type.isEmpty()) {
-        typedAddressChanged(type, index);
-        return;
-    }
     if (index == 0)
         refresh();
 }

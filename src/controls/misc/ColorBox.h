@@ -58,7 +58,7 @@ protected:
     virtual void pickColor(const QColor &initial);
     void refresh() override;
 
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
 

@@ -88,13 +88,8 @@ bool PairDeviceList::choose(int row)
     return requestText(m_rows.at(row), ChoiceIndex);
 }
 
-void PairDeviceList::addressValueChanged(int index)
+void PairDeviceList::ownValueChanged(int index)
 {
-    const QString type = addressAt(index).key(Key::AddrType);
-    if (!type.isEmpty()) {
-        typedAddressChanged(type, index);
-        return;
-    }
     if (index == ChoiceIndex) {
         // The device paired now, as the parameter reports it.
         const QString chosen = displayText(ChoiceIndex).trimmed();

@@ -63,7 +63,7 @@ public:
     void setSelectedColor(const QColor &color);
 
 protected:
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;

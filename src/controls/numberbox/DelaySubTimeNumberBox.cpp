@@ -25,14 +25,6 @@ void DelaySubTimeNumberBox::setSpaceDelete(bool on)
     update();
 }
 
-int DelaySubTimeNumberBox::ownAddressCount() const
-{
-    int n = 0;
-    while (n < addressCount() && addressAt(n).key(Key::AddrType).isEmpty())
-        ++n;
-    return n;
-}
-
 int DelaySubTimeNumberBox::valueIndex() const
 {
     return ownAddressCount() >= 2 ? 1 : 0;

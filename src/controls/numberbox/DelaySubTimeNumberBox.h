@@ -50,8 +50,6 @@ protected:
     virtual QVariantMap conversionAddress() const;
     //! The unit selector's text, empty when there is none.
     QString selectorText() const;
-    //! Number of addresses the description gave (selectors of the addressing variants excluded).
-    int ownAddressCount() const;
 
 private:
     bool m_spaceDelete = false;

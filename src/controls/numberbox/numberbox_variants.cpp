@@ -43,7 +43,7 @@ QString formatLeadingNumber(const QString &text, const char *format)
 
 int BandWidthNumberBox::unitIndex() const
 {
-    return addressCount() > 1 && addressAt(1).key(Key::AddrType).isEmpty() ? 1 : -1;
+    return addressCount() > 1 && !isSelector(1) ? 1 : -1;
 }
 
 QString BandWidthNumberBox::unitText() const

@@ -77,7 +77,7 @@ protected:
     //! "+12", "0", "-12".
     static QString signedLabel(double value);
 
-    void addressValueChanged(int index) override { Q_UNUSED(index) }
+    void ownValueChanged(int index) override { Q_UNUSED(index) }
     void paintEvent(QPaintEvent *event) override;
 
 private:

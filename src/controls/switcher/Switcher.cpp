@@ -83,13 +83,8 @@ void Switcher::refresh()
     emit currentIndexChanged(current);
 }
 
-void Switcher::addressValueChanged(int index)
+void Switcher::ownValueChanged(int index)
 {
-    const QString type = addressAt(index).key(Key::AddrType);
-    if (!type.isEmpty()) {
-        typedAddressChanged(type, index);
-        return;
-    }
     if (index == 0)
         refresh();
 }

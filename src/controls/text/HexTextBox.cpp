@@ -226,11 +226,11 @@ void HexTextBox::showParameter()
     m_edit->setPlainText(toHex(bytes));
 }
 
-void HexTextBox::addressValueChanged(int index)
+void HexTextBox::ownValueChanged(int index)
 {
     if (index == 0)
         showParameter();
-    ParameterText::addressValueChanged(index);
+    ParameterText::ownValueChanged(index);
 }
 
 void HexTextBox::resizeEvent(QResizeEvent *event)

@@ -82,7 +82,7 @@ signals:
     void bytesChanged(const QByteArray &bytes);
 
 protected:
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:

@@ -71,13 +71,8 @@ QPointF PadArea::positionAt(const QPointF &pos) const
     return QPointF(qBound(0.0, pos.x() / w, 1.0), qBound(0.0, 1.0 - pos.y() / h, 1.0));
 }
 
-void PadArea::addressValueChanged(int index)
+void PadArea::ownValueChanged(int index)
 {
-    const QString type = addressAt(index).key(Key::AddrType);
-    if (!type.isEmpty()) {
-        typedAddressChanged(type, index);
-        return;
-    }
     if (index != 0 && index != 1)
         return;
     bool ok = false;

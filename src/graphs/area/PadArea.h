@@ -52,7 +52,7 @@ protected:
     //! Draws what lies between the background and the handle.
     virtual void paintField(QPainter &painter) { Q_UNUSED(painter) }
 
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;

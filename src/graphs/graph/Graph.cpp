@@ -55,12 +55,12 @@ QColor Graph::penColor() const
     return isEnabled() ? m_lineColor : GraphCurves::disabledColor();
 }
 
-void Graph::addressValueChanged(int index)
+void Graph::ownValueChanged(int index)
 {
     if (index == 0)
         setCurveText(displayText(0));
     else
-        BaseWidget::addressValueChanged(index);
+        BaseWidget::ownValueChanged(index);
 }
 
 void Graph::resizeEvent(QResizeEvent *event)

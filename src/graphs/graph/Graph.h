@@ -44,7 +44,7 @@ protected:
     //! The colour curves are drawn with in the current state.
     QColor penColor() const;
 
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     virtual void paintCurve(QPainter &painter);

@@ -208,12 +208,12 @@ protected:
     //! The mouse position of \a event in the coordinates ControlRect is given in.
     QPoint parentPosition(QMouseEvent *event) const { return this->mapToParent(event->pos()); }
 
-    void addressValueChanged(int index) override
+    void ownValueChanged(int index) override
     {
         if (index == 0)
             readPoint();
         else
-            Base::addressValueChanged(index);
+            Base::ownValueChanged(index);
     }
 
     void mousePressEvent(QMouseEvent *event) override

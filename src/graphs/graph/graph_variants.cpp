@@ -20,7 +20,7 @@ QPolygon GraphicEqualizerGraph::scaled(const GraphCurves::FloatCurve &curve) con
     return GraphCurves::scaleExaggerated(curve, size(), m_bottomAnchored);
 }
 
-void GraphicEqualizerGraph::addressValueChanged(int index)
+void GraphicEqualizerGraph::ownValueChanged(int index)
 {
     if (index == 0) {
         setCurveText(displayText(0));
@@ -40,7 +40,7 @@ void GraphicEqualizerGraph::paintCurve(QPainter &painter)
     painter.drawPolygon(points());
 }
 
-void ParametricEqualizerGraph::addressValueChanged(int index)
+void ParametricEqualizerGraph::ownValueChanged(int index)
 {
     Q_UNUSED(index)
     parseCurve(displayText(0), size(), false);
@@ -48,7 +48,7 @@ void ParametricEqualizerGraph::addressValueChanged(int index)
     update();
 }
 
-void BrioParametricEqualizerGraph::addressValueChanged(int index)
+void BrioParametricEqualizerGraph::ownValueChanged(int index)
 {
     switch (index) {
     case 0:
@@ -66,9 +66,9 @@ void BrioParametricEqualizerGraph::addressValueChanged(int index)
     }
 }
 
-void PeqGraphControlPoint::addressValueChanged(int index)
+void PeqGraphControlPoint::ownValueChanged(int index)
 {
-    GraphControlPoint::addressValueChanged(index);
+    GraphControlPoint::ownValueChanged(index);
     if (index != 2)
         return;
     const bool on = !isOff(2);
@@ -89,9 +89,9 @@ void PeqGraphControlPoint::paintHandle(QPainter &painter)
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
-void HpfGraphControlPoint::addressValueChanged(int index)
+void HpfGraphControlPoint::ownValueChanged(int index)
 {
-    GraphControlPoint::addressValueChanged(index);
+    GraphControlPoint::ownValueChanged(index);
     if (index != 2)
         return;
     m_filterEnabled = integerValue(this, 2) != 0;
@@ -227,10 +227,10 @@ void Halo3DGraph::relayout()
     update();
 }
 
-void Halo3DGraph::addressValueChanged(int index)
+void Halo3DGraph::ownValueChanged(int index)
 {
-    if (index < 0 || index >= addressCount() || !addressAt(index).key(Key::AddrType).isEmpty()) {
-        Graph::addressValueChanged(index);
+    if (index < 0 || index >= addressCount()) {
+        Graph::ownValueChanged(index);
         return;
     }
     GraphCurves::FloatCurve curve;

@@ -30,7 +30,7 @@ public:
 
 protected:
     QPolygon scaled(const GraphCurves::FloatCurve &curve) const override;
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void paintCurve(QPainter &painter) override;
 
 private:
@@ -70,7 +70,7 @@ public:
     QRect layerRect(int i, int count) const;
 
 protected:
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void resizeEvent(QResizeEvent *event) override;
     void paintCurve(QPainter &painter) override;
 
@@ -102,7 +102,7 @@ public:
     using ParametricCurve::ParametricCurve;
 
 protected:
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
 };
 
 /*!
@@ -129,7 +129,7 @@ public:
 
 protected:
     bool sumsCurves() const override { return m_sum; }
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
 
 private:
     bool m_sum = false;
@@ -150,13 +150,13 @@ public:
 protected:
     bool isOwn(int index) const
     {
-        return index < this->addressCount() && this->addressAt(index).key(Key::AddrType).isEmpty();
+        return index < this->addressCount() && !this->isSelector(index);
     }
     bool sumsCurves() const override { return isOwn(1); }
-    void addressValueChanged(int index) override
+    void ownValueChanged(int index) override
     {
         if (!isOwn(index))
-            Base::addressValueChanged(index);
+            Base::ownValueChanged(index);
         else if (index <= 1)
             this->curveChanged(index, index == 1);
         else
@@ -354,7 +354,7 @@ public:
     bool isBandOn() const { return m_bandOn; }
 
 protected:
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     void paintHandle(QPainter &painter) override;
 
 private:
@@ -376,7 +376,7 @@ public:
     bool isFilterEnabled() const { return m_filterEnabled; }
 
 protected:
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
 
 private:
     bool m_filterEnabled = true;

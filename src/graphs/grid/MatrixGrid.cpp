@@ -371,10 +371,10 @@ bool MatrixGrid::setZoom(float zoom)
     return true;
 }
 
-void MatrixGrid::addressValueChanged(int index)
+void MatrixGrid::ownValueChanged(int index)
 {
-    if (!addressAt(index).key(Key::AddrType).isEmpty() || index >= cellAddressCount()) {
-        BaseWidget::addressValueChanged(index);
+    if (index >= cellAddressCount()) {
+        BaseWidget::ownValueChanged(index);
         return;
     }
     update(indexRect(index).adjusted(-1, -1, 1, 1));

@@ -138,7 +138,7 @@ protected:
     //! The state a stroke started on this cell paints.
     virtual bool strokeState(int row, int column) const;
 
-    void addressValueChanged(int index) override;
+    void ownValueChanged(int index) override;
     //! A grid repaints only the cells whose values changed.
     bool repaintsOnMatch() const override { return false; }
 
