@@ -13,15 +13,21 @@
 #include <QtTest>
 
 #include <functional>
+#include <optional>
 
 namespace Input {
 
-//! Sends a mouse event to \a w, the button held except on release; true when it was accepted.
+/*!
+    Sends a mouse event to \a w; true when it was accepted. \a held are the
+    buttons down after the event (during it, for a move); by default the
+    button until it is released.
+*/
 inline bool mouse(QWidget *w, QEvent::Type type, const QPoint &pos, Qt::MouseButton button = Qt::LeftButton,
-                  Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+                  Qt::KeyboardModifiers modifiers = Qt::NoModifier, std::optional<Qt::MouseButtons> held = {})
 {
-    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
-    QMouseEvent e(type, pos, w->mapToGlobal(pos), type == QEvent::MouseMove ? Qt::NoButton : button, held,
+    if (!held)
+        held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+    QMouseEvent e(type, pos, w->mapToGlobal(pos), type == QEvent::MouseMove ? Qt::NoButton : button, *held,
                   modifiers);
     QApplication::sendEvent(w, &e);
     return e.isAccepted();
@@ -66,11 +72,19 @@ struct GestureStep
     Qt::KeyboardModifiers modifiers;
     Qt::MouseButton button = Qt::LeftButton;
     QStringList sends;                // the requests expected right after this step
+    std::optional<Qt::MouseButtons> held; // mouse steps: the buttons down after it, if not the usual
 
     GestureStep with(Qt::KeyboardModifiers m) const
     {
         GestureStep s = *this;
         s.modifiers = m;
+        return s;
+    }
+    //! The step with \a buttons down after it (during it, for a move).
+    GestureStep holding(Qt::MouseButtons buttons) const
+    {
+        GestureStep s = *this;
+        s.held = buttons;
         return s;
     }
     QString name() const
@@ -89,26 +103,32 @@ Q_DECLARE_METATYPE(Gesture)
 namespace Step {
 inline GestureStep press(int x, int y, const QStringList &sends = {})
 {
-    return {GestureStep::Press, QPoint(x, y), 0, Qt::NoModifier, Qt::LeftButton, sends};
+    return {GestureStep::Press, QPoint(x, y), 0, Qt::NoModifier, Qt::LeftButton, sends, std::nullopt};
 }
 inline GestureStep move(int x, int y, const QStringList &sends = {})
 {
-    return {GestureStep::Move, QPoint(x, y), 0, Qt::NoModifier, Qt::LeftButton, sends};
+    return {GestureStep::Move, QPoint(x, y), 0, Qt::NoModifier, Qt::LeftButton, sends, std::nullopt};
 }
 inline GestureStep release(int x, int y, const QStringList &sends = {})
 {
-    return {GestureStep::Release, QPoint(x, y), 0, Qt::NoModifier, Qt::LeftButton, sends};
+    return {GestureStep::Release, QPoint(x, y), 0, Qt::NoModifier, Qt::LeftButton, sends, std::nullopt};
 }
 inline GestureStep press(const QPoint &p, const QStringList &sends = {}) { return press(p.x(), p.y(), sends); }
 inline GestureStep move(const QPoint &p, const QStringList &sends = {}) { return move(p.x(), p.y(), sends); }
 inline GestureStep release(const QPoint &p, const QStringList &sends = {}) { return release(p.x(), p.y(), sends); }
+//! A release of \a button while \a held stay down.
+inline GestureStep release(const QPoint &p, Qt::MouseButton button, Qt::MouseButtons held,
+                           const QStringList &sends = {})
+{
+    return {GestureStep::Release, p, 0, Qt::NoModifier, button, sends, held};
+}
 inline GestureStep key(int key, const QStringList &sends = {})
 {
-    return {GestureStep::Key, QPoint(), key, Qt::NoModifier, Qt::NoButton, sends};
+    return {GestureStep::Key, QPoint(), key, Qt::NoModifier, Qt::NoButton, sends, std::nullopt};
 }
 inline GestureStep wheel(int delta, const QPoint &at, const QStringList &sends = {})
 {
-    return {GestureStep::Wheel, at, delta, Qt::NoModifier, Qt::NoButton, sends};
+    return {GestureStep::Wheel, at, delta, Qt::NoModifier, Qt::NoButton, sends, std::nullopt};
 }
 } // namespace Step
 
@@ -128,6 +148,14 @@ inline void addWheelNotchRows(const QPoint &at, const QString &val)
     QTest::newRow("two notches down at once") << Gesture{wheel(-240, at, {down, down})};
     QTest::newRow("half notches add up") << Gesture{wheel(60, at), wheel(30, at), wheel(30, at, {up})};
     QTest::newRow("a half notch sends nothing") << Gesture{wheel(60, at)};
+}
+
+//! \a gesture with every position moved by \a by, for gestures written relative to a press point.
+inline Gesture offset(Gesture gesture, const QPoint &by)
+{
+    for (GestureStep &s : gesture)
+        s.pos += by;
+    return gesture;
 }
 
 using RequestText = std::function<QString(const RecordingHost::Request &)>;
@@ -172,11 +200,11 @@ inline bool send(QWidget *w, const GestureStep &s)
 {
     switch (s.kind) {
     case GestureStep::Press:
-        return Input::mouse(w, QEvent::MouseButtonPress, s.pos, s.button, s.modifiers);
+        return Input::mouse(w, QEvent::MouseButtonPress, s.pos, s.button, s.modifiers, s.held);
     case GestureStep::Move:
-        return Input::mouse(w, QEvent::MouseMove, s.pos, s.button, s.modifiers);
+        return Input::mouse(w, QEvent::MouseMove, s.pos, s.button, s.modifiers, s.held);
     case GestureStep::Release:
-        return Input::mouse(w, QEvent::MouseButtonRelease, s.pos, s.button, s.modifiers);
+        return Input::mouse(w, QEvent::MouseButtonRelease, s.pos, s.button, s.modifiers, s.held);
     case GestureStep::Key:
         return Input::key(w, s.code, s.modifiers);
     case GestureStep::Wheel:

@@ -11,66 +11,6 @@
 
 namespace {
 
-// One input event of a gesture. Mouse positions are offsets from the
-// family's press point.
-struct InputStep
-{
-    enum Kind { Press, Move, Release, Key, Wheel } kind;
-    int dx = 0;
-    int dy = 0;
-    Qt::KeyboardModifiers mods = Qt::NoModifier;
-    Qt::MouseButton button = Qt::LeftButton;
-    Qt::MouseButtons held = Qt::LeftButton; // buttons down after the event (before it for a move)
-    int key = 0;
-    int wheel = 0; // angle delta
-
-    static InputStep press(Qt::KeyboardModifiers mods = Qt::NoModifier)
-    {
-        InputStep s{Press};
-        s.mods = mods;
-        return s;
-    }
-    static InputStep move(int dy, int dx = 0, Qt::KeyboardModifiers mods = Qt::NoModifier,
-                     Qt::MouseButtons held = Qt::LeftButton)
-    {
-        InputStep s{Move, dx, dy, mods};
-        s.held = held;
-        return s;
-    }
-    static InputStep release(int dy, Qt::KeyboardModifiers mods = Qt::NoModifier, Qt::MouseButton button = Qt::LeftButton,
-                        Qt::MouseButtons held = Qt::NoButton)
-    {
-        InputStep s{Release, 0, dy, mods, button, held};
-        return s;
-    }
-    static InputStep keyPress(int key)
-    {
-        InputStep s{Key};
-        s.key = key;
-        return s;
-    }
-    static InputStep turn(int delta)
-    {
-        InputStep s{Wheel};
-        s.wheel = delta;
-        return s;
-    }
-};
-
-QString describe(const RecordingHost::Request &r)
-{
-    switch (r.kind) {
-    case 0:
-        return r.arg("ui_prm_val") + QLatin1Char('/') + r.arg("set_prm_type");
-    case 2:
-        return QStringLiteral("step ") + r.arg("ui_prm_step");
-    case 3:
-        return QStringLiteral("default");
-    default:
-        return QStringLiteral("kind %1").arg(r.kind);
-    }
-}
-
 enum Family { DialFamily, FaderFamily, NumberBoxFamily, DelayCellFamily };
 const char *const familyNames[] = {"dial", "fader", "number box", "delay cell"};
 
@@ -105,8 +45,6 @@ protected:
 };
 
 } // namespace
-
-Q_DECLARE_METATYPE(QList<InputStep>)
 
 class tst_ValueInput : public QObject
 {
@@ -159,35 +97,6 @@ private:
         return w;
     }
 
-    static void play(QWidget *w, const QPoint &at, const QList<InputStep> &steps)
-    {
-        for (const InputStep &s : steps) {
-            const QPoint pos = at + QPoint(s.dx, s.dy);
-            switch (s.kind) {
-            case InputStep::Press:
-            case InputStep::Move:
-            case InputStep::Release: {
-                const QEvent::Type type = s.kind == InputStep::Press  ? QEvent::MouseButtonPress
-                                          : s.kind == InputStep::Move ? QEvent::MouseMove
-                                                                 : QEvent::MouseButtonRelease;
-                QMouseEvent e(type, pos, w->mapToGlobal(pos), s.kind == InputStep::Move ? Qt::NoButton : s.button, s.held,
-                              s.mods);
-                QApplication::sendEvent(w, &e);
-                break;
-            }
-            case InputStep::Key:
-                Input::key(w, s.key);
-                break;
-            case InputStep::Wheel: {
-                QWheelEvent e(QPointF(at), QPointF(w->mapToGlobal(at)), QPoint(), QPoint(0, s.wheel), Qt::NoButton,
-                              Qt::NoModifier, Qt::NoScrollPhase, false);
-                QApplication::sendEvent(w, &e);
-                break;
-            }
-            }
-        }
-    }
-
 private slots:
     void gestures_data();
     void gestures();
@@ -201,83 +110,86 @@ private slots:
 
 void tst_ValueInput::gestures_data()
 {
+    using namespace Step;
     QTest::addColumn<int>("family");
-    QTest::addColumn<QList<InputStep>>("steps");
+    QTest::addColumn<Gesture>("steps");
     QTest::addColumn<QStringList>("sent");
 
     const QStringList none;
-    // The gesture, then what each family sends: dial, fader, number box, delay cell.
-    struct Gesture
+    // Positions are offsets from the family's press point. The gesture,
+    // then what each family sends: dial, fader, number box, delay cell.
+    struct Row
     {
         const char *name;
-        QList<InputStep> steps;
+        Gesture steps;
         QStringList sent[4];
     };
     const Qt::KeyboardModifiers alt = Qt::AltModifier;
     const Qt::KeyboardModifiers altControl = Qt::AltModifier | Qt::ControlModifier;
-    const QList<Gesture> gestures = {
-        {"click", {InputStep::press(), InputStep::release(0)}, {none, none, none, none}},
+    const QList<Row> rows = {
+        {"click", {press(0, 0), release(0, 0)}, {none, none, none, none}},
         // What the press height sends.
         {"up and back to the press height",
-         {InputStep::press(), InputStep::move(-10), InputStep::move(0), InputStep::release(0)},
-         {{"0.533333/1", "0.5/1", "0.5/0"},
-          {"0.533333/1", "0.5/1", "0.5/0"},
-          {"0.533333/1"},
-          {"0.533333/1", "0.5/1", "0.5/0"}}},
+         {press(0, 0), move(0, -10), move(0, 0), release(0, 0)},
+         {{"pos 0.533333 1", "pos 0.5 1", "pos 0.5 0"},
+          {"pos 0.533333 1", "pos 0.5 1", "pos 0.5 0"},
+          {"pos 0.533333 1"},
+          {"pos 0.533333 1", "pos 0.5 1", "pos 0.5 0"}}},
         {"sideways first, then up",
-         {InputStep::press(), InputStep::move(0, 3), InputStep::move(-10), InputStep::release(-10)},
-         {{"0.5/1", "0.533333/1", "0.533333/0"},
-          {"0.5/1", "0.533333/1", "0.533333/0"},
-          {"0.533333/1", "0.533333/0"},
-          {"0.533333/1", "0.533333/0"}}},
+         {press(0, 0), move(3, 0), move(0, -10), release(0, -10)},
+         {{"pos 0.5 1", "pos 0.533333 1", "pos 0.533333 0"},
+          {"pos 0.5 1", "pos 0.533333 1", "pos 0.533333 0"},
+          {"pos 0.533333 1", "pos 0.533333 0"},
+          {"pos 0.533333 1", "pos 0.533333 0"}}},
         {"release away without a move",
-         {InputStep::press(), InputStep::release(-10)},
-         {none, none, {"0.533333/0"}, {"0.533333/0"}}},
+         {press(0, 0), release(0, -10)},
+         {none, none, {"pos 0.533333 0"}, {"pos 0.533333 0"}}},
         // Both ends of the scale hold.
         {"far beyond the top",
-         {InputStep::press(), InputStep::move(-400), InputStep::release(-400)},
-         {{"1/1", "1/0"}, {"1/1", "1/0"}, {"1/1", "1/0"}, {"1/1", "1/0"}}},
+         {press(0, 0), move(0, -400), release(0, -400)},
+         {{"pos 1 1", "pos 1 0"}, {"pos 1 1", "pos 1 0"}, {"pos 1 1", "pos 1 0"}, {"pos 1 1", "pos 1 0"}}},
         {"far below the bottom",
-         {InputStep::press(), InputStep::move(400), InputStep::release(400)},
-         {{"0/1", "0/0"}, {"0/1", "0/0"}, {"0/1", "0/0"}, {"0/1", "0/0"}}},
+         {press(0, 0), move(0, 400), release(0, 400)},
+         {{"pos 0 1", "pos 0 0"}, {"pos 0 1", "pos 0 0"}, {"pos 0 1", "pos 0 0"}, {"pos 0 1", "pos 0 0"}}},
         {"a modifier during the drag ends it",
-         {InputStep::press(), InputStep::move(-10), InputStep::move(-20, 0, Qt::ShiftModifier), InputStep::release(-20)},
-         {{"0.533333/1"}, {"0.533333/1"}, {"0.533333/1"}, {"0.533333/1"}}},
-        // Alt, and where it stands against Control.
+         {press(0, 0), move(0, -10), move(0, -20).with(Qt::ShiftModifier), release(0, -20)},
+         {{"pos 0.533333 1"}, {"pos 0.533333 1"}, {"pos 0.533333 1"}, {"pos 0.533333 1"}}},
+        // Alt, and where it stands against Control; kind 3 asks for the default.
         {"Alt-click, released higher",
-         {InputStep::press(alt), InputStep::release(-10, alt)},
-         {{"default"}, {"default"}, {"0.533333/0"}, none}},
+         {press(0, 0).with(alt), release(0, -10).with(alt)},
+         {{"kind 3"}, {"kind 3"}, {"pos 0.533333 0"}, none}},
         {"Alt+Control-click",
-         {InputStep::press(altControl), InputStep::release(0, altControl)},
-         {none, {"default"}, none, none}},
+         {press(0, 0).with(altControl), release(0, 0).with(altControl)},
+         {none, {"kind 3"}, none, none}},
         // Buttons.
         {"a move without the button held",
-         {InputStep::press(), InputStep::move(-10, 0, Qt::NoModifier, Qt::NoButton), InputStep::release(-10)},
-         {{"0.533333/1", "0.533333/0"},
-          {"0.533333/1", "0.533333/0"},
-          {"0.533333/1", "0.533333/0"},
-          {"0.533333/0"}}},
+         {press(0, 0), move(0, -10).holding(Qt::NoButton), release(0, -10)},
+         {{"pos 0.533333 1", "pos 0.533333 0"},
+          {"pos 0.533333 1", "pos 0.533333 0"},
+          {"pos 0.533333 1", "pos 0.533333 0"},
+          {"pos 0.533333 0"}}},
         {"another button comes up mid-drag",
-         {InputStep::press(), InputStep::move(-10), InputStep::release(-10, Qt::NoModifier, Qt::RightButton, Qt::LeftButton),
-          InputStep::release(-20)},
-         {{"0.533333/1", "0.566667/0"},
-          {"0.533333/1", "0.566667/0"},
-          {"0.533333/1", "0.533333/0"},
-          {"0.533333/1", "0.566667/0"}}},
+         {press(0, 0), move(0, -10), release(QPoint(0, -10), Qt::RightButton, Qt::LeftButton), release(0, -20)},
+         {{"pos 0.533333 1", "pos 0.566667 0"},
+          {"pos 0.533333 1", "pos 0.566667 0"},
+          {"pos 0.533333 1", "pos 0.533333 0"},
+          {"pos 0.533333 1", "pos 0.566667 0"}}},
         // Keys and wheel.
         {"Up, Down",
-         {InputStep::keyPress(Qt::Key_Up), InputStep::keyPress(Qt::Key_Down)},
-         {{"step 1", "step -1"}, {"step 1", "step -1"}, {"step 1", "step -1"}, none}},
-        {"Left, Right", {InputStep::keyPress(Qt::Key_Left), InputStep::keyPress(Qt::Key_Right)}, {none, none, none, none}},
+         {key(Qt::Key_Up), key(Qt::Key_Down)},
+         {{"step 1 0.5", "step -1 0.5"}, {"step 1 0.5", "step -1 0.5"}, {"step 1 0.5", "step -1 0.5"}, none}},
+        {"Left, Right", {key(Qt::Key_Left), key(Qt::Key_Right)}, {none, none, none, none}},
         {"wheel a notch up, two down",
-         {InputStep::turn(120), InputStep::turn(-240)},
-         {{"step 1", "step -1", "step -1"},
-          {"step 1", "step -1", "step -1"},
-          {"step 1", "step -1", "step -1"},
-          {"step 1", "step -1", "step -1"}}},
-        {"wheel half a notch twice", {InputStep::turn(60), InputStep::turn(60)}, {{"step 1"}, {"step 1"}, {"step 1"}, {"step 1"}}},
+         {wheel(120, QPoint()), wheel(-240, QPoint())},
+         {{"step 1 0.5", "step -1 0.5", "step -1 0.5"},
+          {"step 1 0.5", "step -1 0.5", "step -1 0.5"},
+          {"step 1 0.5", "step -1 0.5", "step -1 0.5"},
+          {"step 1 0.5", "step -1 0.5", "step -1 0.5"}}},
+        {"wheel half a notch twice",
+         {wheel(60, QPoint()), wheel(60, QPoint())},
+         {{"step 1 0.5"}, {"step 1 0.5"}, {"step 1 0.5"}, {"step 1 0.5"}}},
     };
-    for (const Gesture &g : gestures) {
+    for (const Row &g : rows) {
         for (int f = DialFamily; f <= DelayCellFamily; ++f)
             QTest::addRow("%s: %s", familyNames[f], g.name) << f << g.steps << g.sent[f];
     }
@@ -286,15 +198,12 @@ void tst_ValueInput::gestures_data()
 void tst_ValueInput::gestures()
 {
     QFETCH(int, family);
-    QFETCH(QList<InputStep>, steps);
+    QFETCH(Gesture, steps);
     QFETCH(QStringList, sent);
     QPoint at;
     QWidget *w = make(Family(family), &at);
-    play(w, at, steps);
-    QStringList got;
-    for (const auto &r : host.requests)
-        got << describe(r);
-    QCOMPARE(got, sent);
+    Gestures::play(w, host, Gestures::offset(steps, at));
+    QCOMPARE(Gestures::described(host), sent);
     // Every gesture above ends with no drag running.
     if (family == DelayCellFamily)
         QCOMPARE(w->property("dragIndex").toInt(), -1);
@@ -304,28 +213,27 @@ void tst_ValueInput::gestures()
 
 void tst_ValueInput::gestureHooks_data()
 {
-    QTest::addColumn<QList<InputStep>>("steps");
+    using namespace Step;
+    QTest::addColumn<Gesture>("steps");
     QTest::addColumn<int>("started");
     QTest::addColumn<int>("ended");
     QTest::addColumn<bool>("dragging");
 
-    QTest::newRow("press") << QList<InputStep>{InputStep::press()} << 1 << 0 << true;
-    QTest::newRow("drag") << QList<InputStep>{InputStep::press(), InputStep::move(-5), InputStep::release(-5)} << 1 << 1 << false;
-    QTest::newRow("ended by a modifier") << QList<InputStep>{InputStep::press(), InputStep::move(-5, 0, Qt::ShiftModifier)} << 1 << 1
+    QTest::newRow("press") << Gesture{press(0, 0)} << 1 << 0 << true;
+    QTest::newRow("drag") << Gesture{press(0, 0), move(0, -5), release(0, -5)} << 1 << 1 << false;
+    QTest::newRow("ended by a modifier") << Gesture{press(0, 0), move(0, -5).with(Qt::ShiftModifier)} << 1 << 1
                                          << false;
     QTest::newRow("ended by a Control release")
-        << QList<InputStep>{InputStep::press(), InputStep::move(-5), InputStep::release(-5, Qt::ControlModifier)} << 1 << 1 << false;
-    QTest::newRow("right button") << QList<InputStep>{InputStep::press(), InputStep::release(0, Qt::NoModifier, Qt::RightButton,
-                                                                              Qt::LeftButton)}
-                                  << 1 << 0 << true;
-    QTest::newRow("Alt-click is no drag") << QList<InputStep>{InputStep::press(Qt::AltModifier)} << 0 << 0 << false;
-    QTest::newRow("two drags") << QList<InputStep>{InputStep::press(), InputStep::release(0), InputStep::press(), InputStep::release(-3)} << 2
-                               << 2 << false;
+        << Gesture{press(0, 0), move(0, -5), release(0, -5).with(Qt::ControlModifier)} << 1 << 1 << false;
+    QTest::newRow("right button") << Gesture{press(0, 0), release(QPoint(), Qt::RightButton, Qt::LeftButton)} << 1
+                                  << 0 << true;
+    QTest::newRow("Alt-click is no drag") << Gesture{press(0, 0).with(Qt::AltModifier)} << 0 << 0 << false;
+    QTest::newRow("two drags") << Gesture{press(0, 0), release(0, 0), press(0, 0), release(0, -3)} << 2 << 2 << false;
 }
 
 void tst_ValueInput::gestureHooks()
 {
-    QFETCH(QList<InputStep>, steps);
+    QFETCH(Gesture, steps);
     QFETCH(int, started);
     QFETCH(int, ended);
     QFETCH(bool, dragging);
@@ -333,7 +241,7 @@ void tst_ValueInput::gestureHooks()
     host.setParameter(QStringLiteral("Ch1/Gain"), QStringLiteral("0.5"), QStringLiteral("0 dB"));
     auto *d = host.make<CountingDial>(
         QStringLiteral("<Rect x=\"10\" y=\"10\" width=\"60\" height=\"60\"/><Address prmAddr=\"Ch1/Gain\"/>"));
-    play(d, QPoint(30, 30), steps);
+    Gestures::play(d, host, Gestures::offset(steps, QPoint(30, 30)));
     QCOMPARE(d->started, started);
     QCOMPARE(d->ended, ended);
     QCOMPARE(d->isDragging(), dragging);
