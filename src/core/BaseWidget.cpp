@@ -1,7 +1,9 @@
 #include "BaseWidget.h"
 
+#include "FocusRing.h"
 #include "GridLayout.h"
 #include "Saturating.h"
+#include "accessibility/AccessibleControl.h"
 #include "data/ParameterKeys.h"
 
 #include <QAction>
@@ -240,8 +242,10 @@ bool BaseWidget::applyAddressValues(const QList<QVariantMap> &values)
             Value &value = m_addresses[i].value();
             bool changed = value.set(Key::ui_prm_val, map.value(Key::ui_prm_val).toString());
             changed |= value.set(Key::ui_prm_str, map.value(Key::ui_prm_str).toString());
-            if (changed)
+            if (changed) {
                 addressValueChanged(i);
+                Accessibility::valueChanged(this);
+            }
             // Painting also reads state the host keeps (active, mode).
             if (repaintsOnMatch())
                 update();
@@ -264,8 +268,10 @@ void BaseWidget::notifyValueChanged(const QVariantMap &parameter)
             if (parameter.contains(Key::ui_prm_str))
                 changed |= value.set(Key::ui_prm_str, parameter.value(Key::ui_prm_str).toString());
         }
-        if (changed)
+        if (changed) {
             addressValueChanged(i);
+            Accessibility::valueChanged(this);
+        }
         // Painting also reads state the host keeps (active, mode); Qt
         // merges the repaints of one round.
         if (repaintsOnMatch())
@@ -792,6 +798,7 @@ void BaseWidget::paintEvent(QPaintEvent *)
 
 void BaseWidget::paintBase(QPainter &painter)
 {
+    FocusRing::paint(painter, this);
     if (!m_highlight)
         return;
     painter.save();

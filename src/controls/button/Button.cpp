@@ -342,23 +342,8 @@ void Button::keyReleaseEvent(QKeyEvent *event)
     setPressed(false);
 }
 
-void Button::focusInEvent(QFocusEvent *event)
-{
-    // The focus ring is for keyboard users; a click shows where the focus is anyway.
-    const Qt::FocusReason reason = event->reason();
-    m_keyboardFocus = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason
-        || reason == Qt::ShortcutFocusReason;
-    if (m_keyboardFocus)
-        update();
-    BaseWidget::focusInEvent(event);
-}
-
 void Button::focusOutEvent(QFocusEvent *event)
 {
-    if (m_keyboardFocus) {
-        m_keyboardFocus = false;
-        update();
-    }
     // A key press whose release goes elsewhere must not leave the button down;
     // a mouse press keeps its grab and ends at the release.
     if (m_pressed && !(QApplication::mouseButtons() & Qt::LeftButton))
@@ -501,14 +486,6 @@ void Button::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     paintButton(painter, paintedState());
-    if (m_keyboardFocus && hasFocus()) {
-        QColor ring = m_textColor;
-        ring.setAlpha(150);
-        painter.setPen(QPen(ring, 1, Qt::DotLine));
-        painter.setBrush(Qt::NoBrush);
-        const int inset = qMax(2, Saturating::pixels(2, zoomFactor()));
-        painter.drawRect(QRectF(rect()).adjusted(inset + 0.5, inset + 0.5, -inset - 0.5, -inset - 0.5));
-    }
     paintBase(painter);
 }
 

@@ -359,28 +359,6 @@ void ComboBox::wheelEvent(QWheelEvent *event)
     m_wheel.deliver(event, [this](int step) { stepValue(step); });
 }
 
-void ComboBox::focusInEvent(QFocusEvent *event)
-{
-    const Qt::FocusReason reason = event->reason();
-    const bool keyboard = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason
-        || reason == Qt::ShortcutFocusReason;
-    // Coming back from the popup keeps whatever ring there was.
-    if (reason != Qt::PopupFocusReason && keyboard != m_keyboardFocus) {
-        m_keyboardFocus = keyboard;
-        update();
-    }
-    BaseWidget::focusInEvent(event);
-}
-
-void ComboBox::focusOutEvent(QFocusEvent *event)
-{
-    if (event->reason() != Qt::PopupFocusReason && m_keyboardFocus) {
-        m_keyboardFocus = false;
-        update();
-    }
-    BaseWidget::focusOutEvent(event);
-}
-
 void ComboBox::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::EnabledChange && !isEnabled())
@@ -434,13 +412,5 @@ void ComboBox::paintEvent(QPaintEvent *)
                          painter.fontMetrics().elidedText(m_currentText, Qt::ElideRight, textRect.width()));
     }
 
-    if (m_keyboardFocus && hasFocus()) {
-        QColor ring = m_textColor;
-        ring.setAlpha(150);
-        painter.setPen(QPen(ring, 1, Qt::DotLine));
-        painter.setBrush(Qt::NoBrush);
-        const int inset = qMax(2, Saturating::pixels(2, zoomFactor()));
-        painter.drawRect(QRectF(rect()).adjusted(inset + 0.5, inset + 0.5, -inset - 0.5, -inset - 0.5));
-    }
     paintBase(painter);
 }

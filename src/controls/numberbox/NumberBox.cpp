@@ -206,6 +206,19 @@ void NumberBox::sendDragPosition(int position, bool held)
     requestPosition(position, dragRange, held ? 1 : 0, valueIndex());
 }
 
+void NumberBox::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    // A plain double-click opens the editor; with a modifier it is a press
+    // like any other (Control-click selection, Alt-click default).
+    if (event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier && isVisible()
+        && isEditable()) {
+        m_dragging = false;
+        startEditing();
+        return;
+    }
+    BaseWidget::mouseDoubleClickEvent(event);
+}
+
 void NumberBox::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton) {
