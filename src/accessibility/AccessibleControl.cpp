@@ -234,9 +234,11 @@ QString AccessibleControl::attributes(int offset, int *startOffset, int *endOffs
 
 namespace Accessibility {
 
+
 void valueChanged(BaseWidget *control)
 {
-    if (!QAccessible::isActive() || !control)
+    // Interfaces are made only when assistive technology listens.
+    if (!control || !QAccessible::isActive())
         return;
     QAccessibleInterface *iface = QAccessible::queryAccessibleInterface(control);
     if (!iface)

@@ -94,11 +94,9 @@ QString AccessibleMeter::valueText() const
     return parameterText(control());
 }
 
-AccessibleText::AccessibleText(BaseWidget *control)
-    : AccessibleControl(control, control->inherits("ParameterText") && !boolProperty(control, "readOnly")
-                                     ? QAccessible::EditableText
-                                     : QAccessible::StaticText)
+QAccessible::Role AccessibleText::role() const
 {
+    return isReadOnly() ? QAccessible::StaticText : QAccessible::EditableText;
 }
 
 bool AccessibleText::isReadOnly() const

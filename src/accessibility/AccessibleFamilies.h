@@ -62,7 +62,8 @@ public:
 class AccessibleText : public AccessibleControl
 {
 public:
-    explicit AccessibleText(BaseWidget *control);
+    explicit AccessibleText(BaseWidget *control) : AccessibleControl(control, QAccessible::StaticText) { }
+    QAccessible::Role role() const override;
     bool isReadOnly() const override;
 };
 

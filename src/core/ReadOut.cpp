@@ -103,7 +103,6 @@ void ReadOut::showFor(BaseWidget *control)
     adjustSize();
     place();
     show();
-    raise();
 }
 
 void ReadOut::hideFor(const QWidget *control)
