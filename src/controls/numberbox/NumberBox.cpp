@@ -1,5 +1,7 @@
 #include "NumberBox.h"
 
+#include "core/FittedText.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -293,7 +295,8 @@ void NumberBox::paintEvent(QPaintEvent *)
     painter.fillRect(rect(), m_backgroundColor);
     if (addressCount() > valueIndex() && addressAt(valueIndex()).isValid()) {
         painter.setPen(textColor());
-        painter.drawText(QRect(0, 1, width(), height() - 1), int(m_alignment), shownText());
+        FittedText::draw(painter, QRect(0, 1, width(), height() - 1), int(m_alignment), shownText(),
+                         FittedText::Shrink);
     }
     paintBase(painter);
 }

@@ -1,5 +1,7 @@
 #include "Switcher.h"
 
+#include "core/FittedText.h"
+
 #include "data/ParameterKeys.h"
 
 #include <QKeyEvent>
@@ -272,7 +274,8 @@ void Switcher::paintEvent(QPaintEvent *)
         if (lit)
             painter.fillRect(r, dim(m_selectedColor));
         painter.setPen(dim(lit ? m_selectedTextColor : m_textColor));
-        painter.drawText(r.adjusted(2, 0, -2, 0), Qt::AlignCenter | Qt::TextSingleLine, m_items.at(i).label);
+        FittedText::draw(painter, r.adjusted(2, 0, -2, 0), Qt::AlignCenter | Qt::TextSingleLine,
+                         m_items.at(i).label, FittedText::Elide);
         if (i > 0) {
             painter.setPen(dim(frameColor));
             if (m_orientation == Qt::Vertical)
