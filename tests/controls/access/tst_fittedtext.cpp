@@ -8,14 +8,20 @@
 
 namespace {
 
-// Columns at the left and right edge of \a r that hold ink (pixels unlike the background).
-bool inkAtEdges(const QImage &image, const QRect &r, QRgb background)
+bool inkInColumn(const QImage &image, int x, int top, int bottom, QRgb background)
 {
-    for (int y = r.top(); y <= r.bottom(); ++y) {
-        if (image.pixel(r.left(), y) != background || image.pixel(r.right(), y) != background)
+    for (int y = top; y <= bottom; ++y) {
+        if (image.pixel(x, y) != background)
             return true;
     }
     return false;
+}
+
+// A centred text cut by its rectangle leaves ink in both edge columns.
+bool inkAtEdges(const QImage &image, const QRect &r, QRgb background)
+{
+    return inkInColumn(image, r.left(), r.top(), r.bottom(), background)
+        && inkInColumn(image, r.right(), r.top(), r.bottom(), background);
 }
 
 } // namespace
