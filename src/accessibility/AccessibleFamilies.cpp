@@ -1,6 +1,7 @@
 #include "AccessibleFamilies.h"
 
 #include "core/BaseWidget.h"
+#include "core/ReadOut.h"
 
 #include <QAccessible>
 
@@ -128,9 +129,8 @@ QString AccessibleGraph::valueText() const
 {
     // A handle reads what its read-out shows (frequency and gain); graphs
     // and pads their first value.
-    const QVariant readOut = control()->property("readOutText");
-    if (readOut.isValid())
-        return readOut.toString();
+    if (control()->inherits("GraphControlPoint") || control()->inherits("PadArea"))
+        return ReadOut::textFor(control());
     if (control()->inherits("Graph") || control()->inherits("GraphScale") || control()->inherits("MeterScale")
         || control()->inherits("Image"))
         return QString();

@@ -2,6 +2,7 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QRegularExpression>
 
 namespace FittedText {
 
@@ -24,8 +25,33 @@ Fit fit(const QFont &font, int width, const QString &text, Mode mode)
     return result;
 }
 
+QString wrappable(const QFontMetrics &metrics, int width, const QString &text)
+{
+    // Wrapping breaks between words; a word wider than a line is elided.
+    static const QRegularExpression space(QStringLiteral("(\\s+)"));
+    QString result;
+    int from = 0;
+    QRegularExpressionMatchIterator it = space.globalMatch(text);
+    const auto word = [&](int end) {
+        const QString w = text.mid(from, end - from);
+        result += metrics.horizontalAdvance(w) > width ? metrics.elidedText(w, Qt::ElideRight, width) : w;
+    };
+    while (it.hasNext()) {
+        const QRegularExpressionMatch m = it.next();
+        word(m.capturedStart());
+        result += m.captured();
+        from = m.capturedEnd();
+    }
+    word(text.size());
+    return result;
+}
+
 void draw(QPainter &painter, const QRect &rect, int flags, const QString &text, Mode mode)
 {
+    if (flags & Qt::TextWordWrap) {
+        painter.drawText(rect, flags, rect.width() > 0 ? wrappable(painter.fontMetrics(), rect.width(), text) : text);
+        return;
+    }
     if (text.contains(QLatin1Char('\n'))) {
         painter.drawText(rect, flags, text);
         return;

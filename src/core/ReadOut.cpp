@@ -73,11 +73,41 @@ bool ReadOut::wanted(const QWidget *control)
     return true;
 }
 
+QString ReadOut::bandText(const BaseWidget *handle)
+{
+    // A handle is bound to its band's point ("Ch1/EQ/Band2/Point"); the
+    // band's frequency and gain sit beside it ("…/Freq", "…/Gain").
+    const ParameterAddress &point = handle->addressAt(0);
+    const QString address = point.prmAddr();
+    const int slash = address.lastIndexOf(QLatin1Char('/'));
+    IHostCore *host = handle->hostCore();
+    if (slash < 0 || !host)
+        return QString();
+    QStringList parts;
+    for (const char *name : {"Freq", "Gain"}) {
+        ParameterAddress sibling(point.keys());
+        sibling.keys().insert(QStringLiteral("prmAddr"), address.left(slash + 1) + QLatin1String(name));
+        Value value;
+        QMap<QString, QString> attributes;
+        if (host->readParameter(sibling, value, attributes)) {
+            const QString text = value.text(QStringLiteral("ui_prm_str"));
+            if (!text.isEmpty())
+                parts.append(text);
+        }
+    }
+    return parts.join(QLatin1String("  "));
+}
+
 QString ReadOut::textFor(const BaseWidget *control)
 {
     const QVariant own = control->property("readOutText");
     if (own.isValid())
         return own.toString();
+    if (control->inherits("GraphControlPoint")) {
+        const QString band = bandText(control);
+        if (!band.isEmpty())
+            return band;
+    }
     if (control->inherits("PadArea")) {
         QStringList parts{control->displayText(0), control->displayText(1)};
         parts.removeAll(QString());

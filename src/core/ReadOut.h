@@ -16,8 +16,8 @@
     moves, releases, the wheel, Up and Down and the pointer entering and
     leaving the controls of those families, and after each such event shows
     what the control's parameter reads now (its "readOutText" property when
-    it has one, a handle's frequency and gain, else its display text as the
-    database formats it). It never sends anything: the input code of the
+    it has one; for a graph handle its band's frequency and gain; else its
+    display text as the database formats it). It never sends anything: the input code of the
     controls stays as it is.
 
     A panel switches read-outs off with the property "readOuts" set to false
@@ -37,6 +37,8 @@ public:
     static bool wanted(const QWidget *control);
     //! The text the read-out shows for \a control.
     static QString textFor(const BaseWidget *control);
+    //! A graph handle's band frequency and gain, as the database formats them; empty when it has none.
+    static QString bandText(const BaseWidget *handle);
 
     //! The control the read-out is showing, or null when hidden.
     QWidget *subject() const { return isVisible() ? m_subject.data() : nullptr; }

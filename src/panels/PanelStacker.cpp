@@ -1,3 +1,4 @@
+#include "core/FittedText.h"
 #include "data/ParameterKeys.h"
 #include "PanelStacker.h"
 
@@ -22,7 +23,7 @@ protected:
             return;
         QPainter painter(this);
         painter.setPen(QColor(153, 153, 153, 255));
-        painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, hint);
+        FittedText::draw(painter, rect(), Qt::AlignCenter | Qt::TextWordWrap, hint, FittedText::Elide);
     }
 };
 

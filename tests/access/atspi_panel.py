@@ -109,6 +109,22 @@ def main():
             v = value_of(fader)
             if v is None or not 0.0 <= v <= 1.0:
                 failures.append("the fader's position is %r" % v)
+        if fader is not None:
+            # Stepping through the bridge takes the keyboard's path: the
+            # database answers and the new value reaches the reader.
+            before_text, before_pos = text_of(fader), value_of(fader)
+            action = fader.queryAction()
+            names = [action.getName(i).lower() for i in range(action.nActions)]
+            if "increase" not in names:
+                failures.append("the fader offers no increase action: %s" % names)
+            else:
+                action.doAction(names.index("increase"))
+                deadline = time.monotonic() + 10
+                while time.monotonic() < deadline and text_of(fader) == before_text:
+                    time.sleep(0.1)
+                if text_of(fader) == before_text or not value_of(fader) > before_pos:
+                    failures.append("increase left the fader at %r (%r), it was %r (%r)"
+                                    % (text_of(fader), value_of(fader), before_text, before_pos))
         gain = one("dial", "Ch 1 HA Gain")
         if gain is not None and not text_of(gain):
             failures.append("the gain dial has no value text")

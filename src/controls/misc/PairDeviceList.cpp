@@ -1,4 +1,5 @@
 #include "PairDeviceList.h"
+#include "core/FittedText.h"
 #include "core/Saturating.h"
 
 #include "data/ParameterKeys.h"
@@ -194,8 +195,8 @@ void PairDeviceList::paintEvent(QPaintEvent *)
         if (row == selected)
             painter.fillRect(r, m_selectedColor);
         painter.setPen(isEnabled() ? m_textColor : QColor(153, 153, 153, 153));
-        painter.drawText(r.adjusted(pad, 0, -pad, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                         m_rows.at(row));
+        FittedText::draw(painter, r.adjusted(pad, 0, -pad, 0),
+                         Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, m_rows.at(row), FittedText::Elide);
     }
     paintBase(painter);
 }

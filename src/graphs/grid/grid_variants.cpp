@@ -1,5 +1,7 @@
 #include "graphs/grid/grid_variants.h"
 
+#include "core/FittedText.h"
+
 #include <QKeyEvent>
 #include <QPainter>
 #include <QMouseEvent>
@@ -233,6 +235,6 @@ void RoomCombineChecker::paintButton(QPainter &painter, int state)
     if (label.isEmpty())
         return;
     painter.setPen(isEnabled() ? textColor() : QColor(153, 153, 153, 153));
-    painter.drawText(rect().adjusted(box.right() + 4, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     label);
+    FittedText::draw(painter, rect().adjusted(box.right() + 4, 0, 0, 0),
+                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, label, FittedText::Elide);
 }

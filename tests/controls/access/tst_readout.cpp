@@ -4,6 +4,7 @@
 #include "controls/fader/Fader.h"
 #include "controls/numberbox/NumberBox.h"
 #include "core/ReadOut.h"
+#include "graphs/graph/GraphControlPoint.h"
 
 class tst_ReadOut : public QObject
 {
@@ -142,6 +143,35 @@ private slots:
         host.setParameter(QStringLiteral("Ch1/Fader"), val, str);
         Dial *dial = host.make<Dial>(QStringLiteral("<Address prmAddr='Ch1/Fader'/>"));
         QCOMPARE(ReadOut::textFor(dial), shown);
+    }
+
+    // A handle reads its band's frequency and gain, beside its point.
+    void handle_data()
+    {
+        QTest::addColumn<QString>("freq");
+        QTest::addColumn<QString>("gain");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("both") << "1.00 kHz" << "+3.0 dB" << "1.00 kHz  +3.0 dB";
+        QTest::newRow("frequency only (a high-pass)") << "80.0 Hz" << "" << "80.0 Hz";
+        QTest::newRow("neither: the point's own text") << "" << "" << "0.5:0.5";
+    }
+
+    void handle()
+    {
+        QFETCH(QString, freq);
+        QFETCH(QString, gain);
+        QFETCH(QString, shown);
+        ControlTestHost bandHost;
+        bandHost.setParameter(QStringLiteral("Ch1/EQ/Band2/Point"), QStringLiteral("0.5"), QStringLiteral("0.5:0.5"));
+        if (!freq.isEmpty())
+            bandHost.setParameter(QStringLiteral("Ch1/EQ/Band2/Freq"), QStringLiteral("0.3"), freq);
+        if (!gain.isEmpty())
+            bandHost.setParameter(QStringLiteral("Ch1/EQ/Band2/Gain"), QStringLiteral("0.6"), gain);
+        // Another band's values never leak in.
+        bandHost.setParameter(QStringLiteral("Ch1/EQ/Band3/Gain"), QStringLiteral("0.1"), QStringLiteral("-9.0 dB"));
+        auto *point = bandHost.make<GraphControlPoint>(QStringLiteral("<Address prmAddr='Ch1/EQ/Band2/Point'/>"));
+        QCOMPARE(ReadOut::textFor(point), shown);
+        QVERIFY(ReadOut::wanted(point));
     }
 };
 
