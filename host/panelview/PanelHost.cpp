@@ -109,6 +109,10 @@ bool PanelHost::build(IPanelFactory *factory, QString *error)
         *error = QStringLiteral("the panel factory built nothing");
         return false;
     }
+    // <Panel readOuts="false"> switches the controls' value read-outs off.
+    const QDomElement root = m_document.documentElement();
+    if (root.hasAttribute(QStringLiteral("readOuts")))
+        m_panel->setProperty("readOuts", root.attribute(QStringLiteral("readOuts")) != QLatin1String("false"));
     if (m_designSize.isValid() && !m_designSize.isEmpty())
         m_panel->setFixedSize(Saturating::pixels(m_designSize.width(), m_zoom),
                               Saturating::pixels(m_designSize.height(), m_zoom));

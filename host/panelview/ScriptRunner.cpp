@@ -16,6 +16,7 @@
 #include <QMenu>
 #include <QMetaProperty>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPixmap>
 #include <QPointer>
 #include <QRect>
@@ -27,6 +28,21 @@
 using namespace ScriptSyntax;
 
 namespace {
+
+// The panel as the user sees it: with the tool-tip windows over it (a
+// control's value read-out) drawn in where they overlap.
+QPixmap panelPicture(QWidget *panel)
+{
+    QPixmap picture = panel->grab();
+    const QRect area(panel->mapToGlobal(QPoint(0, 0)), panel->size());
+    QPainter painter(&picture);
+    for (QWidget *w : QApplication::topLevelWidgets()) {
+        if (w->isVisible() && w->windowType() == Qt::ToolTip && w->geometry().intersects(area))
+            painter.drawPixmap(w->geometry().topLeft() - area.topLeft(), w->grab());
+    }
+    return picture;
+}
+
 
 QString focusPolicyName(Qt::FocusPolicy policy)
 {
@@ -607,7 +623,7 @@ bool ScriptRunner::execute(const QStringList &tokens, QString *message)
     if (command == QLatin1String("screenshot")) {
         if (!arguments(1, "screenshot FILE"))
             return false;
-        if (!m_host->panel() || !m_host->panel()->grab().save(tokens.at(1), "PNG")) {
+        if (!m_host->panel() || !panelPicture(m_host->panel()).save(tokens.at(1), "PNG")) {
             *message = QStringLiteral("cannot write \"%1\"").arg(tokens.at(1));
             return false;
         }

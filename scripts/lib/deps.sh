@@ -5,6 +5,7 @@ CORVANE_PACKAGES=(
     cmake g++ make pkg-config dpkg-dev file
     qtbase5-dev qtbase5-dev-tools libqt5svg5-dev qttools5-dev libqwt-qt5-dev
     xvfb xauth xdotool x11-utils
+    dbus dbus-x11 at-spi2-core python3-pyatspi
     fonts-dejavu-core
     libxml2-utils
 )

@@ -1,6 +1,7 @@
 #include "BaseWidget.h"
 
 #include "Saturating.h"
+#include "accessibility/AccessibleControl.h"
 #include "data/ParameterKeys.h"
 
 #include <QDomElement>
@@ -397,6 +398,7 @@ void BaseWidget::dispatchValueChanged(int index)
         typedAddressChanged(m_binding.selectorType(index), index);
     else
         ownValueChanged(index);
+    Accessibility::valueChanged(this);
 }
 
 void BaseWidget::ownValueChanged(int index)

@@ -3,6 +3,7 @@
 
 #include "BaseWidget.h"
 
+#include "FocusRing.h"
 #include "GridLayout.h"
 #include "Saturating.h"
 
@@ -82,6 +83,7 @@ void BaseWidget::paintEvent(QPaintEvent *)
 
 void BaseWidget::paintBase(QPainter &painter)
 {
+    FocusRing::paint(painter, this);
     if (!m_highlight)
         return;
     painter.save();

@@ -1,3 +1,4 @@
+#include "core/FittedText.h"
 #include "data/ParameterKeys.h"
 #include "DisablePanelContainer.h"
 
@@ -183,7 +184,8 @@ void DisablePanelContainer::paintEvent(QPaintEvent *)
     if (!m_text.isEmpty()) {
         // Drawn in the enabled colour: the container is disabled while it shows.
         painter.setPen(textColor());
-        painter.drawText(rect().adjusted(2, 2, -2, -2), Qt::AlignCenter | Qt::TextWordWrap, m_text);
+        FittedText::draw(painter, rect().adjusted(2, 2, -2, -2), Qt::AlignCenter | Qt::TextWordWrap, m_text,
+                         FittedText::Elide);
     }
     paintBase(painter);
 }

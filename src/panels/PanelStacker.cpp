@@ -1,3 +1,4 @@
+#include "core/FittedText.h"
 #include "data/ParameterKeys.h"
 #include "core/Colors.h"
 #include "PanelStacker.h"
@@ -23,7 +24,7 @@ protected:
             return;
         QPainter painter(this);
         painter.setPen(Colors::color(Colors::disabledText));
-        painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, hint);
+        FittedText::draw(painter, rect(), Qt::AlignCenter | Qt::TextWordWrap, hint, FittedText::Elide);
     }
 };
 

@@ -3,7 +3,6 @@
 #include "Button.h"
 #include "core/Colors.h"
 #include "core/DisabledLook.h"
-#include "controls/common/FocusRing.h"
 
 #include <QApplication>
 #include <QDir>
@@ -258,23 +257,8 @@ void Button::keyReleaseEvent(QKeyEvent *event)
     setPressed(false);
 }
 
-void Button::focusInEvent(QFocusEvent *event)
-{
-    // The focus ring is for keyboard users; a click shows where the focus is anyway.
-    const Qt::FocusReason reason = event->reason();
-    m_keyboardFocus = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason
-        || reason == Qt::ShortcutFocusReason;
-    if (m_keyboardFocus)
-        update();
-    BaseWidget::focusInEvent(event);
-}
-
 void Button::focusOutEvent(QFocusEvent *event)
 {
-    if (m_keyboardFocus) {
-        m_keyboardFocus = false;
-        update();
-    }
     // A key press whose release goes elsewhere must not leave the button down;
     // a mouse press keeps its grab and ends at the release.
     if (m_pressed && !(QApplication::mouseButtons() & Qt::LeftButton))
@@ -379,8 +363,6 @@ void Button::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     paintButton(painter, paintedState());
-    if (m_keyboardFocus && hasFocus())
-        paintFocusRing(painter, rect(), m_textColor, zoomFactor());
     paintBase(painter);
 }
 

@@ -149,7 +149,6 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
-    void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
@@ -179,7 +178,6 @@ private:
 
     QPointer<QFileDialog> m_fileDialog;
     bool m_pressInside = true;
-    bool m_keyboardFocus = false;
 };
 
 #endif

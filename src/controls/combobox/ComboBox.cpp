@@ -1,6 +1,5 @@
 #include "ComboBox.h"
 #include "core/DisabledLook.h"
-#include "controls/common/FocusRing.h"
 #include "core/Saturating.h"
 
 #include "ComboBoxPopup.h"
@@ -303,28 +302,6 @@ void ComboBox::wheelEvent(QWheelEvent *event)
     m_wheel.deliver(event, [this](int step) { stepValue(step); });
 }
 
-void ComboBox::focusInEvent(QFocusEvent *event)
-{
-    const Qt::FocusReason reason = event->reason();
-    const bool keyboard = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason
-        || reason == Qt::ShortcutFocusReason;
-    // Coming back from the popup keeps whatever ring there was.
-    if (reason != Qt::PopupFocusReason && keyboard != m_keyboardFocus) {
-        m_keyboardFocus = keyboard;
-        update();
-    }
-    BaseWidget::focusInEvent(event);
-}
-
-void ComboBox::focusOutEvent(QFocusEvent *event)
-{
-    if (event->reason() != Qt::PopupFocusReason && m_keyboardFocus) {
-        m_keyboardFocus = false;
-        update();
-    }
-    BaseWidget::focusOutEvent(event);
-}
-
 void ComboBox::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::EnabledChange && !isEnabled())
@@ -378,7 +355,5 @@ void ComboBox::paintEvent(QPaintEvent *)
                          painter.fontMetrics().elidedText(m_currentText, Qt::ElideRight, textRect.width()));
     }
 
-    if (m_keyboardFocus && hasFocus())
-        paintFocusRing(painter, rect(), m_textColor, zoomFactor());
     paintBase(painter);
 }

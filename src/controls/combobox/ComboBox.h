@@ -113,8 +113,6 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
-    void focusInEvent(QFocusEvent *event) override;
-    void focusOutEvent(QFocusEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
@@ -125,7 +123,6 @@ private:
     int m_currentIndex = -1;
     QString m_currentText;
     bool m_readOnly = false;
-    bool m_keyboardFocus = false;
     QColor m_textColor = defaultTextColor;
     QColor m_backgroundColor = defaultBackgroundColor;
     int m_maxVisibleItems = 12;

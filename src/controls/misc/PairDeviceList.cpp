@@ -1,5 +1,6 @@
 #include "PairDeviceList.h"
 #include "core/DisabledLook.h"
+#include "core/FittedText.h"
 #include "core/Saturating.h"
 
 #include "data/ParameterKeys.h"
@@ -166,8 +167,8 @@ void PairDeviceList::paintEvent(QPaintEvent *)
         if (row == selected)
             painter.fillRect(r, m_selectedColor);
         painter.setPen(DisabledLook::ink(this, m_textColor));
-        painter.drawText(r.adjusted(pad, 0, -pad, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                         m_rows.at(row));
+        FittedText::draw(painter, r.adjusted(pad, 0, -pad, 0),
+                         Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, m_rows.at(row), FittedText::Elide);
     }
     paintBase(painter);
 }

@@ -1,6 +1,8 @@
 #include "NumberBox.h"
 #include "core/Colors.h"
 
+#include "core/FittedText.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -175,6 +177,19 @@ int NumberBox::dragCoordinate(const QPoint &pos) const
     return m_horizontalDrag ? (pos.y() - pos.x()) / 2 : pos.y();
 }
 
+void NumberBox::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    // A plain double-click opens the editor; with a modifier it is a press
+    // like any other (Control-click selection, Alt-click default).
+    if (event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier && isVisible()
+        && isEditable()) {
+        abortDrag();
+        startEditing();
+        return;
+    }
+    ValueInputWidget<BaseWidget>::mouseDoubleClickEvent(event);
+}
+
 void NumberBox::wheelEvent(QWheelEvent *event)
 {
     // Turning the wheel over an open editor must not throw the typed text
@@ -202,7 +217,8 @@ void NumberBox::paintEvent(QPaintEvent *)
     painter.fillRect(rect(), m_backgroundColor);
     if (addressCount() > valueIndex() && addressAt(valueIndex()).isValid()) {
         painter.setPen(textColor());
-        painter.drawText(QRect(0, 1, width(), height() - 1), int(m_alignment), shownText());
+        FittedText::draw(painter, QRect(0, 1, width(), height() - 1), int(m_alignment), shownText(),
+                         FittedText::Shrink);
     }
     paintBase(painter);
 }

@@ -1,5 +1,6 @@
 #include "Scales.h"
 #include "core/DisabledLook.h"
+#include "core/FittedText.h"
 #include "core/Saturating.h"
 #include "scale_variants.h"
 
@@ -190,7 +191,7 @@ void GraphScale::paintEvent(QPaintEvent *)
         if (!free)
             continue;
         drawn << r;
-        painter.drawText(r, Qt::AlignCenter | Qt::TextSingleLine, label(v));
+        FittedText::draw(painter, r & rect(), Qt::AlignCenter | Qt::TextSingleLine, label(v), FittedText::Shrink);
     }
     paintBase(painter);
 }

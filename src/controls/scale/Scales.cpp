@@ -1,4 +1,5 @@
 #include "Scales.h"
+#include "core/FittedText.h"
 #include "scale_variants.h"
 
 #include <QFontMetrics>
@@ -128,7 +129,8 @@ void MeterScale::paintEvent(QPaintEvent *)
         painter.fillRect(QRect(m_ticksOnLeft ? 0 : width() - tick, row, tick, 1), m_color);
 
         const QString text = label(v);
-        const int w = metrics.horizontalAdvance(text);
+        // A label wider than the room beside the ticks shrinks rather than losing its sign.
+        const int w = qMin(metrics.horizontalAdvance(text), qMax(0, width() - tick - gap));
         const int h = metrics.height();
         const int y = qBound(0, row - h / 2, qMax(0, height() - h));
         const QRect r = m_ticksOnLeft ? QRect(tick + gap, y, w, h) : QRect(width() - tick - gap - w, y, w, h);
@@ -139,7 +141,8 @@ void MeterScale::paintEvent(QPaintEvent *)
             continue;
         labels << r;
         painter.setPen(m_color);
-        painter.drawText(r, Qt::AlignVCenter | (m_ticksOnLeft ? Qt::AlignLeft : Qt::AlignRight), text);
+        FittedText::draw(painter, r, Qt::AlignVCenter | (m_ticksOnLeft ? Qt::AlignLeft : Qt::AlignRight), text,
+                         FittedText::Shrink);
     }
     paintBase(painter);
 }

@@ -1,6 +1,8 @@
 #include "Switcher.h"
 #include "core/DisabledLook.h"
 
+#include "core/FittedText.h"
+
 #include "data/ParameterKeys.h"
 
 #include <QKeyEvent>
@@ -226,7 +228,8 @@ void Switcher::paintEvent(QPaintEvent *)
         if (lit)
             painter.fillRect(r, dim(m_selectedColor));
         painter.setPen(dim(lit ? m_selectedTextColor : m_textColor));
-        painter.drawText(r.adjusted(2, 0, -2, 0), Qt::AlignCenter | Qt::TextSingleLine, m_items.at(i).label);
+        FittedText::draw(painter, r.adjusted(2, 0, -2, 0), Qt::AlignCenter | Qt::TextSingleLine,
+                         m_items.at(i).label, FittedText::Elide);
         if (i > 0) {
             painter.setPen(dim(frameColor));
             if (m_orientation == Qt::Vertical)

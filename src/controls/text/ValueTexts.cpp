@@ -1,4 +1,5 @@
 #include "ValueTexts.h"
+#include "core/FittedText.h"
 #include "core/Saturating.h"
 
 #include "controls/numberbox/NumberBox.h"
@@ -71,7 +72,7 @@ void AbstractValueText::paintEvent(QPaintEvent *)
     if (m_backgroundColor.alpha() > 0)
         painter.fillRect(rect(), m_backgroundColor);
     painter.setPen(isEnabled() ? m_textColor : NumberBox::disabledTextColor);
-    painter.drawText(QRect(0, 1, width(), height() - 1), int(m_alignment), shownText());
+    FittedText::draw(painter, QRect(0, 1, width(), height() - 1), int(m_alignment), shownText(), FittedText::Shrink);
     paintBase(painter);
 }
 
@@ -343,7 +344,7 @@ void Text::paintText(QPainter &painter)
         painter.rotate(up ? -90 : 90);
         r = QRect(0, 0, r.height(), r.width());
     }
-    painter.drawText(r, int(m_alignment), shownText());
+    FittedText::draw(painter, r, int(m_alignment), shownText(), FittedText::Elide);
     painter.restore();
 }
 

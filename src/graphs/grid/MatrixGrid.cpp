@@ -1,4 +1,5 @@
 #include "graphs/grid/MatrixGrid.h"
+#include "core/FittedText.h"
 #include "core/Saturating.h"
 
 #include "data/ParameterKeys.h"
@@ -514,7 +515,7 @@ void MatrixGrid::paintCell(QPainter &painter, int row, int column, const QRect &
     const QString text = cellText(row, column);
     if (!text.isEmpty()) {
         painter.setPen(m_textColor);
-        painter.drawText(rect, Qt::AlignCenter, text);
+        FittedText::draw(painter, rect, Qt::AlignCenter, text, FittedText::Shrink);
     }
 }
 
@@ -528,8 +529,8 @@ void MatrixGrid::paintHeaders(QPainter &painter, const QRect &clip)
             const QRect cell = cellRect(r, 0);
             const QRect label(0, cell.y(), left, cell.height());
             if (label.intersects(clip))
-                painter.drawText(label.adjusted(2, 0, -2, 0), Qt::AlignVCenter | Qt::AlignRight,
-                                 m_rowLabels.value(r, QString::number(r + m_yOffset)));
+                FittedText::draw(painter, label.adjusted(2, 0, -2, 0), Qt::AlignVCenter | Qt::AlignRight,
+                                 m_rowLabels.value(r, QString::number(r + m_yOffset)), FittedText::Elide);
         }
     }
     if (top > 0) {
@@ -537,7 +538,8 @@ void MatrixGrid::paintHeaders(QPainter &painter, const QRect &clip)
             const QRect cell = cellRect(0, c);
             const QRect label(cell.x(), 0, cell.width(), top);
             if (label.intersects(clip))
-                painter.drawText(label, Qt::AlignCenter, m_columnLabels.value(c, QString::number(c + m_xOffset)));
+                FittedText::draw(painter, label, Qt::AlignCenter,
+                                 m_columnLabels.value(c, QString::number(c + m_xOffset)), FittedText::Elide);
         }
     }
 }

@@ -1,6 +1,8 @@
 #include "graphs/grid/grid_variants.h"
 #include "core/DisabledLook.h"
 
+#include "core/FittedText.h"
+
 #include <QKeyEvent>
 #include <QPainter>
 #include <QMouseEvent>
@@ -208,6 +210,6 @@ void RoomCombineChecker::paintButton(QPainter &painter, int state)
     if (label.isEmpty())
         return;
     painter.setPen(DisabledLook::ink(this, textColor()));
-    painter.drawText(rect().adjusted(box.right() + 4, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     label);
+    FittedText::draw(painter, rect().adjusted(box.right() + 4, 0, 0, 0),
+                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, label, FittedText::Elide);
 }
