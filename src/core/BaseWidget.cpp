@@ -31,10 +31,14 @@ BaseWidget::BaseWidget(IHostCore *hostCore, ParameterManagementRegistry *registr
     Q_UNUSED(alignmentType)
     // The application's family, not the parent's: a control inside a panel
     // with its own font still starts from the application's.
+    // Family and zoomed size go in together: each setFont() resolves the
+    // font against the parent's and sends FontChange to the control.
     QFont f = font();
     f.setFamily(QGuiApplication::font().family());
+    const qreal size = scaledPointSize(m_designPointSize, zoomFactor());
+    if (size > 0 && !qFuzzyCompare(f.pointSizeF(), size))
+        f.setPointSizeF(size);
     setFont(f);
-    applyFont(zoomFactor());
 }
 
 BaseWidget::~BaseWidget()
