@@ -50,10 +50,12 @@ namespace FocusRing {
 void install()
 {
     static QPointer<FocusWatcher> watcher;
-    if (watcher || !qApp)
+    // Focus exists only in a widget application; qApp would assume one.
+    QApplication *app = qobject_cast<QApplication *>(QCoreApplication::instance());
+    if (watcher || !app)
         return;
-    watcher = new FocusWatcher(qApp);
-    qApp->installEventFilter(watcher);
+    watcher = new FocusWatcher(app);
+    app->installEventFilter(watcher);
 }
 
 bool shown(const QWidget *widget)

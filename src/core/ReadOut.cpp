@@ -44,10 +44,12 @@ ReadOut::ReadOut() : QLabel(nullptr, Qt::ToolTip | Qt::FramelessWindowHint)
 ReadOut *ReadOut::instance()
 {
     static QPointer<ReadOut> readOut;
-    if (!readOut && qApp) {
+    // The label is a widget: only a widget application can have one.
+    QApplication *app = qobject_cast<QApplication *>(QCoreApplication::instance());
+    if (!readOut && app) {
         readOut = new ReadOut;
         // The label is a top-level window: it goes with the application.
-        QObject::connect(qApp, &QCoreApplication::aboutToQuit, readOut.data(), &QObject::deleteLater);
+        QObject::connect(app, &QCoreApplication::aboutToQuit, readOut.data(), &QObject::deleteLater);
     }
     return readOut;
 }
@@ -55,10 +57,11 @@ ReadOut *ReadOut::instance()
 void ReadOut::install()
 {
     static bool installed = false;
-    if (installed || !qApp || !qobject_cast<QApplication *>(qApp))
+    QApplication *app = qobject_cast<QApplication *>(QCoreApplication::instance());
+    if (installed || !app)
         return;
     installed = true;
-    qApp->installEventFilter(instance());
+    app->installEventFilter(instance());
 }
 
 bool ReadOut::wanted(const QWidget *control)
