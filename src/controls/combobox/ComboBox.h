@@ -103,7 +103,7 @@ protected:
     //! Sends \a option; the base sends its value as text on address 0.
     virtual bool sendOption(int index, const Option &option);
     //! Re-reads options, current option and text; repaints what changed.
-    void refresh();
+    void refresh() override;
 
     bool canOperate() const { return !m_readOnly && isEnabled(); }
 

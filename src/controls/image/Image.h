@@ -54,7 +54,7 @@ protected:
     //! The image to draw now; the base draws "Image".
     virtual QString chooseImage() const { return m_image; }
     //! Re-evaluates what the parameter chooses; repaints what changed. The base re-chooses the image.
-    virtual void refresh();
+    void refresh() override;
     //! The steps given by "range", or \a fallback when there was none.
     int steps(int fallback) const { return m_range > 0 ? m_range : fallback; }
     bool hasRange() const { return m_range > 0; }

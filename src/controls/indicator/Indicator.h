@@ -78,7 +78,7 @@ protected:
     //! How many of the own addresses are on.
     int addressesOn() const;
     //! Re-evaluates the state; repaints when it changed.
-    void refresh();
+    void refresh() override;
 
     void ownValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;

@@ -87,7 +87,7 @@ protected:
 
     //! The segment the parameter's value lights, or -1.
     virtual int indexOfCurrent() const;
-    void refresh();
+    void refresh() override;
 
     void ownValueChanged(int index) override;
     void paintEvent(QPaintEvent *event) override;

@@ -28,7 +28,7 @@ private:
         host.registry.commitAll();
         host.window->show();
         QApplication::setActiveWindow(host.window.get());
-        QTest::qWaitForWindowActive(host.window.get());
+        (void)QTest::qWaitForWindowActive(host.window.get());
         return w;
     }
 
