@@ -171,16 +171,6 @@ QString Button::fallbackText() const
     return displayText(0);
 }
 
-QList<int> Button::ownAddressIndexes() const
-{
-    QList<int> indexes;
-    for (int i = 0; i < addressCount(); ++i) {
-        if (!isSelector(i))
-            indexes.append(i);
-    }
-    return indexes;
-}
-
 // ---------------------------------------------------------------------------
 // Description
 

@@ -135,8 +135,6 @@ protected:
     virtual int paintedState() const;
     //! Whether the face is flat: no face while off and released.
     virtual bool isFlat() const { return false; }
-    //! Indexes of the button's own addresses (selectors left out).
-    QList<int> ownAddressIndexes() const;
 
     //! Paints the face, image, icon and text for \a state.
     virtual void paintButton(QPainter &painter, int state);

@@ -143,7 +143,7 @@ int EquivalentButton::onCount(int *bound) const
 {
     int on = 0;
     *bound = 0;
-    for (int i : ownAddressIndexes()) {
+    for (int i = 0, n = ownAddressCount(); i < n; ++i) {
         if (!addressAt(i).isValid())
             continue;
         ++*bound;
@@ -170,7 +170,7 @@ bool EquivalentButton::isMixed() const
 void EquivalentButton::clickAction()
 {
     const int position = isOn() ? 0 : 1;
-    for (int i : ownAddressIndexes())
+    for (int i = 0, n = ownAddressCount(); i < n; ++i)
         requestPosition(position, 1, 0, i);
 }
 
@@ -190,13 +190,13 @@ void EquivalentButton::paintDecoration(QPainter &painter, int state)
 
 void ResetButton::clickAction()
 {
-    for (int i : ownAddressIndexes())
+    for (int i = 0, n = ownAddressCount(); i < n; ++i)
         requestDefault(i);
 }
 
 void TuningZoneMasterResetButton::clickAction()
 {
-    for (int i : ownAddressIndexes())
+    for (int i = 0, n = ownAddressCount(); i < n; ++i)
         requestDefault(i);
 }
 

@@ -35,16 +35,6 @@ const TagTable &Indicator::tags()
 // ---------------------------------------------------------------------------
 // State
 
-QList<int> Indicator::ownAddressIndexes() const
-{
-    QList<int> indexes;
-    for (int i = 0; i < addressCount(); ++i) {
-        if (!isSelector(i))
-            indexes.append(i);
-    }
-    return indexes;
-}
-
 bool Indicator::addressOn(int index) const
 {
     // An address still waiting for its placeholders, or not read yet, is dark.
@@ -54,7 +44,7 @@ bool Indicator::addressOn(int index) const
 int Indicator::addressesOn() const
 {
     int on = 0;
-    for (int i : ownAddressIndexes())
+    for (int i = 0, n = ownAddressCount(); i < n; ++i)
         on += addressOn(i) ? 1 : 0;
     return on;
 }

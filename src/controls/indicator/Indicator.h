@@ -71,8 +71,6 @@ protected:
 
     //! Whether the lamp is lit; the base: address 0 is bound and on.
     virtual bool computeOn() const;
-    //! Indexes of the lamp's own addresses, selectors left out.
-    QList<int> ownAddressIndexes() const;
     //! Whether own address \a index is bound and on.
     bool addressOn(int index) const;
     //! How many of the own addresses are on.
