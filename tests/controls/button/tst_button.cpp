@@ -130,8 +130,7 @@ private:
     template <class W = Button>
     W *button(const QString &val, const QString &extra = QString(), const QString &str = QString())
     {
-        host.window.reset();
-        host.clear();
+        host.reset();
         host.setParameter(QStringLiteral("Ch/Mute"), val, str);
         return host.make<W>(QLatin1String(muteXml) + extra);
     }
@@ -282,8 +281,7 @@ void tst_Button::clickSends()
     QFETCH(bool, on);
     QFETCH(QString, sent);
 
-    host.window.reset();
-    host.clear();
+    host.reset();
     host.setParameter(QStringLiteral("Ch/Mute"), val, QStringLiteral("Mic"));
     auto *b = host.make<Button>(type, QLatin1String(muteXml) + extra);
     QVERIFY(b);
@@ -886,8 +884,7 @@ void tst_Button::equivalent()
     QFETCH(bool, mixed);
     QFETCH(QString, sent);
 
-    host.window.reset();
-    host.clear();
+    host.reset();
     QString list;
     for (int i = 0; i < values.size(); ++i) {
         host.setParameter(QStringLiteral("Ch%1/Mute").arg(i), values.at(i), QString());
@@ -1022,8 +1019,7 @@ void tst_Button::libraryButtons()
     if (!descriptor.isEmpty())
         QVERIFY(writeFile(file, descriptor.toUtf8()));
     const QString xml = QStringLiteral("<Address prmAddr=\"Ch1/Library\" dev_model=\"%1\"/>").arg(model);
-    host.window.reset();
-    host.requests.clear();
+    host.reset();
 
     QString askedFilter;
     int asked = -1;
@@ -1057,8 +1053,7 @@ void tst_Button::libraryButtons()
 void tst_Button::libraryDialogNeverBlocks()
 {
     // Nobody answers at once: the dialog opens without a modal loop.
-    host.window.reset();
-    host.requests.clear();
+    host.reset();
     auto *b = host.make<ChannelSelectLibraryRecallButton>(
         QStringLiteral("<Address prmAddr=\"Ch1/Library\"/>"));
     ModalWatch watch;

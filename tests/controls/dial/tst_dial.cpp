@@ -39,8 +39,7 @@ private:
     Dial *dial(const QString &val = QStringLiteral("0.5"), const QString &extra = QString(),
                const QString &type = QStringLiteral("Dial"), int side = 60)
     {
-        host.window.reset();
-        host.clear();
+        host.reset();
         host.setParameter(QStringLiteral("Ch1/Gain"), val, QStringLiteral("g"));
         host.setParameter(QStringLiteral("Ch/Show"), QStringLiteral("0"), QStringLiteral("shown"));
         const QString rect = QStringLiteral("<Rect x=\"10\" y=\"10\" width=\"%1\" height=\"%1\"/>").arg(side);

@@ -60,9 +60,7 @@ private:
     */
     QWidget *make(Family family, QPoint *at)
     {
-        host.window.reset();
-        host.requests.clear();
-        host.parameters.clear();
+        host.reset();
         host.setParameter(QStringLiteral("Ch1/Gain"), QStringLiteral("0.5"), QStringLiteral("0 dB"));
         host.setParameter(QStringLiteral("Dly/1-1"), QStringLiteral("0.5"), QStringLiteral("10 ms"));
         const QString own = QStringLiteral("<Address prmAddr=\"Ch1/Gain\"/>");
