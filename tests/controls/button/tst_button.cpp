@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <QFileDialog>
 #include <QtTest>
+#include "support/Files.h"
 #include "support/Render.h"
 #include "support/ModalWatch.h"
 #include "support/PaintRecorder.h"
@@ -46,13 +47,6 @@ void click(QWidget *w)
 {
     mouse(w, QEvent::MouseButtonPress, QPoint(5, 5));
     mouse(w, QEvent::MouseButtonRelease, QPoint(5, 5));
-}
-
-//! Writes \a data to \a path; false when it cannot.
-bool writeFile(const QString &path, const QByteArray &data)
-{
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly) && f.write(data) == data.size();
 }
 
 //! A \a size square picture of one \a colour, as SVG.

@@ -9,6 +9,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
+#include "support/Files.h"
 #include "support/Render.h"
 
 namespace {
@@ -104,10 +105,7 @@ private:
 void tst_Panels::initTestCase()
 {
     QVERIFY(pages.isValid());
-    QFile f(pages.filePath(QStringLiteral("eq.xml")));
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(eqPage);
-    f.close();
+    QVERIFY(writeFile(pages.filePath(QStringLiteral("eq.xml")), eqPage));
     QVERIFY2(Panels::sharedPanelFactory(), "the host's panel factory plug-in is not in the application directory");
 }
 
