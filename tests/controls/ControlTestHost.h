@@ -35,6 +35,13 @@ public:
     }
     bool parameterExists(const QVariantMap &) override { return true; }
 
+    //! Drops the window with its controls, then the parameters and everything recorded.
+    void reset()
+    {
+        window.reset();
+        clear();
+    }
+
     //! Sets the parameter and tells \a w, as the host does when a value arrives.
     void deliver(BaseWidget *w, const QString &prmAddr, const QString &val, const QString &str,
                  const QString &device = QStringLiteral("dev1"))

@@ -61,9 +61,7 @@ private:
     template <class W>
     W *control(const QString &val, const QString &str = QString(), const QString &extra = QString())
     {
-        host.window.reset();
-        host.requests.clear();
-        host.parameters.clear();
+        host.reset();
         host.zoom = 1.0f;
         host.setParameter(QStringLiteral("Ch/Gain"), val, str);
         return host.make<W>(QStringLiteral("<Rect x=\"10\" y=\"10\" width=\"80\" height=\"40\"/>") + QLatin1String(address)

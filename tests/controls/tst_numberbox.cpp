@@ -51,15 +51,14 @@ class tst_NumberBox : public QObject
 private:
     ControlTestHost host;
 
-    NumberBox *box(const QString &val = QStringLiteral("0.5"), const QString &str = QStringLiteral("-6.0dB"),
-                   const QString &extra = QString())
+    template <class W = NumberBox>
+    W *box(const QString &val = QStringLiteral("0.5"), const QString &str = QStringLiteral("-6.0dB"),
+           const QString &extra = QString())
     {
-        host.window.reset();
-        host.requests.clear();
-        host.parameters.clear();
+        host.reset();
         host.setParameter(QStringLiteral("Ch/Gain"), val, str);
-        auto *b = host.make<NumberBox>(QStringLiteral("<Rect x=\"10\" y=\"10\" width=\"80\" height=\"24\"/>")
-                                       + QLatin1String(gainAddress) + extra);
+        auto *b = host.make<W>(QStringLiteral("<Rect x=\"10\" y=\"10\" width=\"80\" height=\"24\"/>")
+                               + QLatin1String(gainAddress) + extra);
         b->setFocus();
         return b;
     }
@@ -307,9 +306,7 @@ void tst_NumberBox::editorEndsOnHide_data()
 void tst_NumberBox::editorEndsOnHide()
 {
     QFETCH(bool, pageSwitch);
-    host.window.reset();
-    host.requests.clear();
-    host.parameters.clear();
+    host.reset();
     host.setParameter(QStringLiteral("Ch/Gain"), QStringLiteral("0.5"), QStringLiteral("-6.0dB"));
     auto *pages = new QStackedWidget;
     auto *page = new QWidget;
@@ -431,11 +428,7 @@ void tst_NumberBox::controlPressGoesToCore()
 
 void tst_NumberBox::controlReleaseGoesToCore()
 {
-    host.window.reset();
-    host.requests.clear();
-    host.setParameter(QStringLiteral("Ch/Gain"), QStringLiteral("0.5"), QStringLiteral("-6.0dB"));
-    auto *b = host.make<CoreRecordingBox>(QStringLiteral("<Rect x=\"10\" y=\"10\" width=\"80\" height=\"24\"/>")
-                                          + QLatin1String(gainAddress));
+    auto *b = box<CoreRecordingBox>();
     mouse(b, QEvent::MouseButtonPress, QPoint(40, 12));
     mouse(b, QEvent::MouseMove, QPoint(40, 2));
     QCOMPARE(host.requests.size(), 1);

@@ -18,9 +18,7 @@ private:
 
     void reset()
     {
-        host.window.reset();
-        host.requests.clear();
-        host.parameters.clear();
+        host.reset();
     }
     void commit(NumberBox *b, const QString &text)
     {

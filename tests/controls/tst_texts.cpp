@@ -26,9 +26,7 @@ private:
 
     void reset()
     {
-        host.window.reset();
-        host.requests.clear();
-        host.parameters.clear();
+        host.reset();
     }
 
 private slots:

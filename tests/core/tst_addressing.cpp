@@ -3,6 +3,7 @@
 #include "controls/indicator/indicator_variants.h"
 #include "plugin/ExternalDevicesDB.h"
 #include "plugin/WidgetFactory.h"
+#include "support/Files.h"
 #include "support/RecordingHost.h"
 #include "support/Xml.h"
 
@@ -352,14 +353,11 @@ void tst_Addressing::speakerConnectedAtPort()
     QFETCH(QString, bound);
 
     QTemporaryDir dir;
-    QFile f(dir.filePath("speakers.xml"));
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write("<ExternalDevices>"
-            "<Speaker model='Arc12'><BaseAddress>Spk/Arc12</BaseAddress></Speaker>"
-            "<Speaker model='Arc18S' BaseAddress='Spk/Arc18S'/>"
-            "<Speaker model='Bare'/>"
-            "</ExternalDevices>");
-    f.close();
+    QVERIFY(writeFile(dir.filePath("speakers.xml"), "<ExternalDevices>"
+                                                    "<Speaker model='Arc12'><BaseAddress>Spk/Arc12</BaseAddress></Speaker>"
+                                                    "<Speaker model='Arc18S' BaseAddress='Spk/Arc18S'/>"
+                                                    "<Speaker model='Bare'/>"
+                                                    "</ExternalDevices>"));
     QVERIFY(ExternalDevicesDB::instance().load(dir.path()));
 
     RecordingHost host;

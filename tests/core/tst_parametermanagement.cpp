@@ -14,12 +14,8 @@ class tst_ParameterManagement : public QObject
     Q_OBJECT
 
 private slots:
-    void additionsWaitForCommit();
-    void duplicatePairsAreKept();
-    void removeThenAddInOneCycle();
-    void removeTakesEveryMatchingEntry();
-    void removingUnknownPairDoesNothing();
-    void commitKeepsAdditionOrderPerAddress();
+    void cycles_data();
+    void cycles();
     void snapshotsAreIsolated();
     void categories_data();
     void categories();
@@ -31,74 +27,57 @@ private slots:
     void concurrentAdds();
 };
 
-void tst_ParameterManagement::additionsWaitForCommit()
+void tst_ParameterManagement::cycles_data()
 {
-    ParameterManagement m;
-    QVERIFY(m.add("a", item(1)));
-    QVERIFY(m.registrations().isEmpty());
-    QCOMPARE(m.pendingAdditions().size(), 1);
-    QVERIFY(m.commit());
-    QCOMPARE(m.registrations().values("a"), QList<void *>{item(1)});
-    QVERIFY(m.pendingAdditions().isEmpty());
-    QVERIFY(m.pendingRemovals().isEmpty());
-}
+    // "+a1" adds item 1 at "a", "-a1" removes it, "commit" commits; then the
+    // registrations, each address with its items in order, and the queued counts.
+    QTest::addColumn<QStringList>("ops");
+    QTest::addColumn<QString>("registered");
+    QTest::addColumn<int>("additions");
+    QTest::addColumn<int>("removals");
 
-void tst_ParameterManagement::duplicatePairsAreKept()
-{
-    ParameterManagement m;
-    m.add("a", item(1));
-    m.add("a", item(1));
-    m.commit();
-    QCOMPARE(m.registrations().count("a", item(1)), 2);
-}
-
-void tst_ParameterManagement::removeThenAddInOneCycle()
-{
-    ParameterManagement m;
-    m.add("a", item(1));
-    m.commit();
-    m.remove("a", item(1));
-    m.add("a", item(1));
-    m.commit();
-    QCOMPARE(m.registrations().count("a", item(1)), 1);
-    QCOMPARE(m.registrations().size(), 1);
-}
-
-void tst_ParameterManagement::removeTakesEveryMatchingEntry()
-{
-    ParameterManagement m;
-    m.add("a", item(1));
-    m.add("a", item(1));
-    m.add("a", item(2));
-    m.add("b", item(1));
-    m.commit();
-    m.remove("a", item(1));
-    m.commit();
-    QCOMPARE(m.registrations().values("a"), QList<void *>{item(2)});
-    QCOMPARE(m.registrations().values("b"), QList<void *>{item(1)});
-}
-
-void tst_ParameterManagement::removingUnknownPairDoesNothing()
-{
-    ParameterManagement m;
-    m.add("a", item(1));
-    m.commit();
-    m.remove("a", item(2));
-    m.remove("z", item(1));
-    m.commit();
-    QCOMPARE(m.registrations().size(), 1);
-}
-
-void tst_ParameterManagement::commitKeepsAdditionOrderPerAddress()
-{
-    ParameterManagement m;
-    m.add("a", item(1));
-    m.commit();
-    m.add("a", item(2));
-    m.add("a", item(3));
-    m.commit();
+    QTest::newRow("additions wait for the commit") << QStringList{"+a1"} << "" << 1 << 0;
+    QTest::newRow("committed") << QStringList{"+a1", "commit"} << "a=1" << 0 << 0;
+    QTest::newRow("removals wait too") << QStringList{"+a1", "commit", "-a1"} << "a=1" << 0 << 1;
+    QTest::newRow("duplicate pairs are kept") << QStringList{"+a1", "+a1", "commit"} << "a=1,1" << 0 << 0;
+    QTest::newRow("remove, then add in one cycle")
+        << QStringList{"+a1", "commit", "-a1", "+a1", "commit"} << "a=1" << 0 << 0;
+    QTest::newRow("remove takes every matching entry")
+        << QStringList{"+a1", "+a1", "+a2", "+b1", "commit", "-a1", "commit"} << "a=2 b=1" << 0 << 0;
+    QTest::newRow("removing an unknown pair does nothing")
+        << QStringList{"+a1", "commit", "-a2", "-z1", "commit"} << "a=1" << 0 << 0;
     // New entries stand ahead of the older ones, newest first.
-    QCOMPARE(m.registrations().values("a"), (QList<void *>{item(3), item(2), item(1)}));
+    QTest::newRow("addition order per address")
+        << QStringList{"+a1", "commit", "+a2", "+a3", "commit"} << "a=3,2,1" << 0 << 0;
+}
+
+void tst_ParameterManagement::cycles()
+{
+    QFETCH(QStringList, ops);
+    QFETCH(QString, registered);
+    QFETCH(int, additions);
+    QFETCH(int, removals);
+
+    ParameterManagement m;
+    for (const QString &op : ops) {
+        if (op == QLatin1String("commit"))
+            QVERIFY(m.commit());
+        else if (op.startsWith(QLatin1Char('+')))
+            QVERIFY(m.add(op.mid(1, 1), item(op.mid(2).toInt())));
+        else
+            m.remove(op.mid(1, 1), item(op.mid(2).toInt()));
+    }
+    const auto table = m.registrations();
+    QStringList got;
+    for (const QString &address : table.uniqueKeys()) {
+        QStringList items;
+        for (void *p : table.values(address))
+            items << QString::number(quintptr(p));
+        got << address + QLatin1Char('=') + items.join(QLatin1Char(','));
+    }
+    QCOMPARE(got.join(QLatin1Char(' ')), registered);
+    QCOMPARE(m.pendingAdditions().size(), additions);
+    QCOMPARE(m.pendingRemovals().size(), removals);
 }
 
 void tst_ParameterManagement::snapshotsAreIsolated()

@@ -1,5 +1,6 @@
 // The shared-memory file loader.
 #include "data/ShareFileLoader.h"
+#include "support/Files.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -19,14 +20,6 @@
 #endif
 
 namespace {
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return false;
-    return f.write(bytes) == bytes.size();
-}
 
 // Whether a segment exists for the key, looked at without creating one.
 bool segmentExists(const QString &key)

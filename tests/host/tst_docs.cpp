@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "support/Files.h"
+
 namespace {
 
 const QString sourceDir = QStringLiteral(CORVANE_SOURCE_DIR);
@@ -142,18 +144,13 @@ void tst_Docs::initTestCase()
     QVERIFY(p.waitForFinished(60000));
     QCOMPARE(p.exitCode(), 0);
     m_schema = m_dir.filePath(QStringLiteral("panel.xsd"));
-    QFile f(m_schema);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(p.readAllStandardOutput());
-    f.close();
+    QVERIFY(writeFile(m_schema, p.readAllStandardOutput()));
 
     // Named examples are panels of their own, for the scripts and the pictures.
     for (const Example &e : examples()) {
         if (e.name.isEmpty() || e.language != QLatin1String("xml"))
             continue;
-        QFile named(m_dir.filePath(e.name + QLatin1String(".xml")));
-        QVERIFY(named.open(QIODevice::WriteOnly));
-        named.write(asPanel(e.text).toUtf8());
+        QVERIFY(writeFile(m_dir.filePath(e.name + QLatin1String(".xml")), asPanel(e.text).toUtf8()));
     }
 }
 
@@ -187,10 +184,7 @@ void tst_Docs::xml()
         return;
     }
     const QString path = m_dir.filePath(QStringLiteral("example.xml"));
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    f.write(asPanel(text).toUtf8());
-    f.close();
+    QVERIFY(writeFile(path, asPanel(text).toUtf8()));
 
     QProcess check;
     check.setWorkingDirectory(m_dir.path());
@@ -227,11 +221,7 @@ void tst_Docs::scripts()
     static const QRegularExpression header(QStringLiteral("^# panel: *(\\S+)"));
     const QRegularExpressionMatch m = header.match(text);
     QVERIFY2(m.hasMatch(), "a script example starts with \"# panel: FILE\"");
-    const QString path = m_dir.filePath(QStringLiteral("example.script"));
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    f.write(text.toUtf8());
-    f.close();
+    QVERIFY(writeFile(m_dir.filePath(QStringLiteral("example.script")), text.toUtf8()));
     QProcess run;
     run.setWorkingDirectory(m_dir.path());
     run.start(panelview(), {m.captured(1), QStringLiteral("--script"), QStringLiteral("example.script")});
@@ -256,10 +246,9 @@ void tst_Docs::pictures()
                               QDir(target).absoluteFilePath(e.name + QLatin1String(".png"))};
         for (const Example &s : all) {
             if (s.language == QLatin1String("script") && s.name == e.name) {
-                QFile script(m_dir.filePath(e.name + QLatin1String(".script")));
-                QVERIFY(script.open(QIODevice::WriteOnly));
-                script.write(s.text.toUtf8());
-                arguments << QStringLiteral("--script") << script.fileName();
+                const QString script = m_dir.filePath(e.name + QLatin1String(".script"));
+                QVERIFY(writeFile(script, s.text.toUtf8()));
+                arguments << QStringLiteral("--script") << script;
             }
         }
         QProcess shot;

@@ -3,6 +3,7 @@
 #include <corvane/IWidgetCore.h>
 #include <corvane/ParameterManagement.h>
 
+#include "support/Files.h"
 #include "support/RecordingHost.h"
 
 #include <QDomDocument>
@@ -139,10 +140,7 @@ void tst_PanelFactory::controlsPerPageAreLimited()
 void tst_PanelFactory::panelByName()
 {
     QTemporaryDir dir;
-    QFile file(dir.filePath("page.xml"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("<Panel width='30' height='20'><Widget type='Dial' name='d'/></Panel>");
-    file.close();
+    QVERIFY(writeFile(dir.filePath("page.xml"), "<Panel width='30' height='20'><Widget type='Dial' name='d'/></Panel>"));
     m_host.imagePath = dir.path();
     QScopedPointer<QWidget> page(m_factory.createPanelByName("page", nullptr, &m_host, &m_registry, {}));
     QVERIFY(page);

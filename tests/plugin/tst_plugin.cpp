@@ -5,6 +5,7 @@
 #include <corvane/ParameterManagement.h>
 #include <corvane/Version.h>
 
+#include "support/Files.h"
 #include "support/RecordingHost.h"
 
 #include <QDomDocument>
@@ -280,11 +281,8 @@ void tst_Plugin::externalDevices()
     QCOMPARE(get(), db);
 
     QTemporaryDir dir;
-    QFile file(dir.filePath("speakers.xml"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("<Devices><Speaker model='SP-12' impedance='8'><Ways>2</Ways></Speaker>"
-               "<InterfaceDevice model='DI-4'/><Speaker/></Devices>");
-    file.close();
+    QVERIFY(writeFile(dir.filePath("speakers.xml"), "<Devices><Speaker model='SP-12' impedance='8'><Ways>2</Ways>"
+                                                    "</Speaker><InterfaceDevice model='DI-4'/><Speaker/></Devices>"));
     QVERIFY(db->load(dir.path()));
     QCOMPARE(db->speakerModels(), QStringList{"SP-12"});
     QCOMPARE(db->speaker("SP-12").value("impedance").toString(), QString("8"));

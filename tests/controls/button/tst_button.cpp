@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <QFileDialog>
 #include <QtTest>
+#include "support/Files.h"
 #include "support/Render.h"
 #include "support/ModalWatch.h"
 #include "support/PaintRecorder.h"
@@ -40,6 +41,30 @@ void key(QWidget *w, QEvent::Type type, int k, bool autoRepeat = false)
 {
     QKeyEvent e(type, k, Qt::NoModifier, QString(), autoRepeat);
     QApplication::sendEvent(w, &e);
+}
+
+void click(QWidget *w)
+{
+    mouse(w, QEvent::MouseButtonPress, QPoint(5, 5));
+    mouse(w, QEvent::MouseButtonRelease, QPoint(5, 5));
+}
+
+//! A \a size square picture of one \a colour, as SVG.
+QByteArray svgSquare(const QColor &colour, int size = 10)
+{
+    return QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%1\" height=\"%1\">"
+                          "<rect width=\"%1\" height=\"%1\" fill=\"%2\"/></svg>")
+        .arg(size)
+        .arg(colour.name())
+        .toUtf8();
+}
+
+//! A \a size square picture of one \a colour, saved as \a path (its suffix names the format).
+bool writeImage(const QString &path, const QColor &colour, int size = 4)
+{
+    QImage img(size, size, QImage::Format_RGB32);
+    img.fill(colour);
+    return img.save(path);
 }
 
 class CheckingButton : public Button
@@ -99,8 +124,7 @@ private:
     template <class W = Button>
     W *button(const QString &val, const QString &extra = QString(), const QString &str = QString())
     {
-        host.window.reset();
-        host.clear();
+        host.reset();
         host.setParameter(QStringLiteral("Ch/Mute"), val, str);
         return host.make<W>(QLatin1String(muteXml) + extra);
     }
@@ -123,8 +147,8 @@ private:
 private slots:
     void description_data();
     void description();
-    void toggle_data();
-    void toggle();
+    void clickSends_data();
+    void clickSends();
     void pressRules_data();
     void pressRules();
     void dragOutShowsReleased();
@@ -145,14 +169,10 @@ private slots:
     void unchangedStateDoesNotRepaint();
     void selectValueTag_data();
     void selectValueTag();
-    void selectClick_data();
-    void selectClick();
     void tapTempo_data();
     void tapTempo();
     void tapTempoPause();
     void tapTempoInput();
-    void actionButtons_data();
-    void actionButtons();
     void equivalent_data();
     void equivalent();
     void blink();
@@ -203,34 +223,72 @@ void tst_Button::description()
         QVERIFY2(b->handledTags().contains(QLatin1String(tag)), tag);
 }
 
-void tst_Button::toggle_data()
+void tst_Button::clickSends_data()
 {
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("extra");
     QTest::addColumn<QString>("val");
-    QTest::addColumn<QString>("sent");
+    QTest::addColumn<bool>("on");
+    QTest::addColumn<QString>("sent"); // "KIND: ARG=VALUE ..."
 
-    QTest::newRow("off") << "0" << "1";
-    QTest::newRow("on") << "1" << "0";
-    QTest::newRow("part on") << "0.25" << "0";
-    QTest::newRow("negative is off") << "-1" << "1";
-    QTest::newRow("not a number is off") << "abc" << "1";
-    QTest::newRow("empty is off") << "" << "1";
+    QTest::newRow("off") << "Button" << "" << "0" << false << "0: set_prm_type=0 ui_prm_val=1";
+    QTest::newRow("on") << "Button" << "" << "1" << true << "0: set_prm_type=0 ui_prm_val=0";
+    QTest::newRow("part on") << "Button" << "" << "0.25" << true << "0: set_prm_type=0 ui_prm_val=0";
+    QTest::newRow("negative is off") << "Button" << "" << "-1" << false << "0: set_prm_type=0 ui_prm_val=1";
+    QTest::newRow("not a number is off") << "Button" << "" << "abc" << false << "0: set_prm_type=0 ui_prm_val=1";
+    QTest::newRow("empty is off") << "Button" << "" << "" << false << "0: set_prm_type=0 ui_prm_val=1";
+    QTest::newRow("flat toggles") << "FlatButton" << "" << "0" << false << "0: set_prm_type=0 ui_prm_val=1";
+
+    // Value 2 of 4 steps.
+    const QString select = QStringLiteral("<Value steps=\"4\">2</Value>");
+    const QString canOff = select + QStringLiteral("<CanOff>true</CanOff>");
+    QTest::newRow("select elsewhere") << "SelectButton" << select << "0.25" << false << "0: set_prm_type=0 ui_prm_val=0.5";
+    QTest::newRow("select selected") << "SelectButton" << select << "0.5" << true << "0: set_prm_type=0 ui_prm_val=0.5";
+    QTest::newRow("select rounds to selected") << "SelectButton" << select << "0.45" << true
+                                               << "0: set_prm_type=0 ui_prm_val=0.5";
+    QTest::newRow("can off, elsewhere") << "SelectButton" << canOff << "0.75" << false
+                                        << "0: set_prm_type=0 ui_prm_val=0.5";
+    QTest::newRow("can off, selected") << "SelectButton" << canOff << "0.5" << true << "0: set_prm_type=0 ui_prm_val=0";
+    QTest::newRow("can off, not a number") << "SelectButton" << canOff << "n/a" << false
+                                           << "0: set_prm_type=0 ui_prm_val=0.5";
+
+    QTest::newRow("step up") << "StepButton" << "" << "0.5" << false << "2: ui_prm_step=1 ui_prm_val=0.5";
+    QTest::newRow("step down") << "StepButton" << "<Step>-1</Step>" << "0.5" << false << "2: ui_prm_step=-1 ui_prm_val=0.5";
+    QTest::newRow("step +1") << "StepButton" << "<Step>+1</Step>" << "0.5" << false << "2: ui_prm_step=1 ui_prm_val=0.5";
+    QTest::newRow("step 0 refused") << "StepButton" << "<Step>-1</Step><Step>0</Step>" << "0.5" << false
+                                    << "2: ui_prm_step=-1 ui_prm_val=0.5";
+    QTest::newRow("reset") << "ResetButton" << "" << "1" << false << "3:";
+    // The parameter's text is "Mic".
+    QTest::newRow("match value, other text") << "MatchValueButton" << "<MatchValue>Line</MatchValue>" << "0" << false
+                                             << "1: ui_prm_str=Line";
+    QTest::newRow("match value, same text") << "MatchValueButton" << "<MatchValue>Mic</MatchValue>" << "0" << true
+                                            << "1: ui_prm_str=Mic";
+    QTest::newRow("match value without one toggles") << "MatchValueButton" << "" << "1" << true
+                                                     << "0: set_prm_type=0 ui_prm_val=0";
 }
 
-void tst_Button::toggle()
+void tst_Button::clickSends()
 {
+    QFETCH(QString, type);
+    QFETCH(QString, extra);
     QFETCH(QString, val);
+    QFETCH(bool, on);
     QFETCH(QString, sent);
 
-    Button *b = button(val);
-    mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
-    mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5));
+    host.reset();
+    host.setParameter(QStringLiteral("Ch/Mute"), val, QStringLiteral("Mic"));
+    auto *b = host.make<Button>(type, QLatin1String(muteXml) + extra);
+    QVERIFY(b);
+    QCOMPARE(b->isOn(), on);
+    click(b);
+    QVERIFY(!b->isPressed());
     QCOMPARE(host.requests.size(), 1);
     const auto &r = host.requests.first();
-    QCOMPARE(r.kind, 0);
     QCOMPARE(r.index, 0);
-    QCOMPARE(r.arg("ui_prm_val"), sent);
-    QCOMPARE(r.arg("set_prm_type"), QStringLiteral("0"));
-    QVERIFY(!b->isPressed());
+    QString got = QString::number(r.kind) + QLatin1Char(':');
+    for (auto it = r.arguments.cbegin(); it != r.arguments.cend(); ++it)
+        got += QLatin1Char(' ') + it.key() + QLatin1Char('=') + it.value();
+    QCOMPARE(got, sent);
 }
 
 void tst_Button::pressRules_data()
@@ -438,18 +496,8 @@ void tst_Button::paintImages()
     for (const auto &image : {qMakePair(QStringLiteral("off"), QColor(255, 0, 0)),
                               qMakePair(QStringLiteral("on"), QColor(0, 255, 0))}) {
         const QString path = dir.filePath(image.first + QLatin1Char('.') + format);
-        if (format == QLatin1String("svg")) {
-            QFile f(path);
-            QVERIFY(f.open(QIODevice::WriteOnly));
-            f.write(QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"10\" height=\"10\">"
-                                   "<rect width=\"10\" height=\"10\" fill=\"%1\"/></svg>")
-                        .arg(image.second.name())
-                        .toUtf8());
-        } else {
-            QImage img(8, 8, QImage::Format_RGB32);
-            img.fill(image.second);
-            QVERIFY(img.save(path));
-        }
+        QVERIFY(format == QLatin1String("svg") ? writeFile(path, svgSquare(image.second))
+                                               : writeImage(path, image.second, 8));
     }
     Button *b = button(val, QStringLiteral("<OffImage>off.%1</OffImage><OnImage>on.%1</OnImage>").arg(format));
     host.imagePath.clear();
@@ -465,11 +513,7 @@ void tst_Button::paintImages()
 void tst_Button::paintTextAndIcon()
 {
     QTemporaryDir dir;
-    QFile f(dir.filePath(QStringLiteral("icon.svg")));
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"10\" height=\"10\">"
-            "<rect width=\"10\" height=\"10\" fill=\"#00ff00\"/></svg>");
-    f.close();
+    QVERIFY(writeFile(dir.filePath(QStringLiteral("icon.svg")), svgSquare(QColor(0, 255, 0))));
     host.imagePath = dir.path();
     const QColor ink(255, 0, 0);
     Button *b = button(QStringLiteral("0"), QStringLiteral("<Text>Mute</Text><OnText>Muted</OnText>"
@@ -499,10 +543,8 @@ void tst_Button::paintTextAndIcon()
 void tst_Button::imageCache()
 {
     QTemporaryDir dir;
-    QImage img(4, 4, QImage::Format_RGB32);
-    img.fill(Qt::blue);
-    QVERIFY(img.save(dir.filePath(QStringLiteral("a.png"))));
-    QVERIFY(img.save(dir.filePath(QStringLiteral("b.png"))));
+    QVERIFY(writeImage(dir.filePath(QStringLiteral("a.png")), Qt::blue));
+    QVERIFY(writeImage(dir.filePath(QStringLiteral("b.png")), Qt::blue));
     host.imagePath = dir.path();
     Button *b = button(QStringLiteral("0"), QStringLiteral("<OffImage>a.png</OffImage>"));
     QCOMPARE(b->imagePath(QStringLiteral("a.png")), dir.filePath(QStringLiteral("a.png")));
@@ -545,13 +587,9 @@ void tst_Button::imageNames()
 
     QTemporaryDir dir;
     QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("sub")));
-    QImage img(4, 4, QImage::Format_RGB32);
-    img.fill(Qt::blue);
-    QVERIFY(img.save(dir.filePath(QStringLiteral("sub/face.png"))));
-    QFile broken(dir.filePath(QStringLiteral("sub/broken.svg")));
-    QVERIFY(broken.open(QIODevice::WriteOnly));
-    broken.write("<svg");
-    broken.close();
+    QVERIFY(writeImage(dir.filePath(QStringLiteral("sub/face.png")), Qt::blue));
+    const QString broken = dir.filePath(QStringLiteral("sub/broken.svg"));
+    QVERIFY(writeFile(broken, "<svg"));
     host.imagePath = dir.path();
     Button *b = button(QStringLiteral("0"), QStringLiteral("<OffImage>%1</OffImage>").arg(name.toHtmlEscaped()));
     const QImage image = render(b);
@@ -559,10 +597,7 @@ void tst_Button::imageNames()
 
     if (name.endsWith(QLatin1String("broken.svg"))) {
         // An unreadable file is given up on, not parsed again on every paint.
-        QVERIFY(broken.open(QIODevice::WriteOnly));
-        broken.write("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"4\" height=\"4\">"
-                     "<rect width=\"4\" height=\"4\" fill=\"#0000ff\"/></svg>");
-        broken.close();
+        QVERIFY(writeFile(broken, svgSquare(Qt::blue, 4)));
         QCOMPARE(render(b).pixelColor(b->width() / 4, b->height() / 4), Button::faceColor);
         // Naming it again reads it again.
         b->setOffImage(QString());
@@ -602,9 +637,7 @@ void tst_Button::sharpAtHighDensity()
     QString imageFolder = QString::fromLocal8Bit(qgetenv("CORVANE_IMAGE_FOLDER"));
     if (imageFolder.isEmpty()) {
         imageFolder = dir.path();
-        QFile f(dir.filePath(QStringLiteral("wedge.svg")));
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(svg);
+        QVERIFY(writeFile(dir.filePath(QStringLiteral("wedge.svg")), svg));
     }
     host.imagePath = imageFolder;
     Button *b = button(QStringLiteral("0"), QStringLiteral("<OffImage>wedge.svg</OffImage>"));
@@ -737,40 +770,6 @@ void tst_Button::selectValueTag()
     QCOMPARE(b->property("canOff").toBool(), canOff);
 }
 
-void tst_Button::selectClick_data()
-{
-    QTest::addColumn<QString>("val");
-    QTest::addColumn<bool>("canOff");
-    QTest::addColumn<bool>("on");
-    QTest::addColumn<QString>("sent");
-
-    // Value 2 of 4 steps.
-    QTest::newRow("elsewhere") << "0.25" << false << false << "0.5";
-    QTest::newRow("selected") << "0.5" << false << true << "0.5";
-    QTest::newRow("rounds to selected") << "0.45" << false << true << "0.5";
-    QTest::newRow("can off, elsewhere") << "0.75" << true << false << "0.5";
-    QTest::newRow("can off, selected") << "0.5" << true << true << "0";
-    QTest::newRow("can off, not a number") << "n/a" << true << false << "0.5";
-}
-
-void tst_Button::selectClick()
-{
-    QFETCH(QString, val);
-    QFETCH(bool, canOff);
-    QFETCH(bool, on);
-    QFETCH(QString, sent);
-
-    auto *b = button<SelectButton>(val, QStringLiteral("<Value steps=\"4\">2</Value>")
-                                            + (canOff ? QStringLiteral("<CanOff>true</CanOff>") : QString()));
-    QCOMPARE(b->isOn(), on);
-    mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
-    mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5));
-    QCOMPARE(host.requests.size(), 1);
-    QCOMPARE(host.requests.first().kind, 0);
-    QCOMPARE(host.requests.first().arg("ui_prm_val"), sent);
-    QCOMPARE(host.requests.first().arg("set_prm_type"), QStringLiteral("0"));
-}
-
 void tst_Button::tapTempo_data()
 {
     QTest::addColumn<QList<int>>("taps");
@@ -796,8 +795,7 @@ void tst_Button::tapTempo()
     auto *b = button<Tapper>(QStringLiteral("0.5"));
     for (int t : taps) {
         b->clock = 1000000 + t;
-        mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
-        mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5));
+        click(b);
     }
     QCOMPARE(sentValues(), sent);
     for (const auto &r : host.requests)
@@ -861,64 +859,6 @@ void tst_Button::tapTempoInput()
     QCOMPARE(b->tapCount(), 2);
 }
 
-void tst_Button::actionButtons_data()
-{
-    QTest::addColumn<QString>("type");
-    QTest::addColumn<QString>("extra");
-    QTest::addColumn<QString>("val");
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<QStringList>("args");
-    QTest::addColumn<bool>("on");
-
-    QTest::newRow("step up") << "StepButton" << "" << "0.5" << 2 << QStringList{"ui_prm_step=1", "ui_prm_val=0.5"}
-                             << false;
-    QTest::newRow("step down") << "StepButton" << "<Step>-1</Step>" << "0.5" << 2
-                               << QStringList{"ui_prm_step=-1", "ui_prm_val=0.5"} << false;
-    QTest::newRow("step +1") << "StepButton" << "<Step>+1</Step>" << "0.5" << 2
-                             << QStringList{"ui_prm_step=1", "ui_prm_val=0.5"} << false;
-    QTest::newRow("step 0 refused") << "StepButton" << "<Step>-1</Step><Step>0</Step>" << "0.5" << 2
-                                    << QStringList{"ui_prm_step=-1", "ui_prm_val=0.5"} << false;
-    QTest::newRow("reset") << "ResetButton" << "" << "1" << 3 << QStringList() << false;
-    QTest::newRow("match value, other text") << "MatchValueButton" << "<MatchValue>Line</MatchValue>" << "0" << 1
-                                             << QStringList{"ui_prm_str=Line"} << false;
-    QTest::newRow("match value, same text") << "MatchValueButton" << "<MatchValue>Mic</MatchValue>" << "0" << 1
-                                            << QStringList{"ui_prm_str=Mic"} << true;
-    QTest::newRow("match value without one toggles") << "MatchValueButton" << "" << "1" << 0
-                                                     << QStringList{"set_prm_type=0", "ui_prm_val=0"} << true;
-    QTest::newRow("flat toggles") << "FlatButton" << "" << "0" << 0 << QStringList{"set_prm_type=0", "ui_prm_val=1"}
-                                  << false;
-}
-
-void tst_Button::actionButtons()
-{
-    QFETCH(QString, type);
-    QFETCH(QString, extra);
-    QFETCH(QString, val);
-    QFETCH(int, kind);
-    QFETCH(QStringList, args);
-    QFETCH(bool, on);
-
-    Button *b = nullptr;
-    if (type == QLatin1String("StepButton"))
-        b = button<StepButton>(val, extra);
-    else if (type == QLatin1String("ResetButton"))
-        b = button<ResetButton>(val, extra);
-    else if (type == QLatin1String("MatchValueButton"))
-        b = button<MatchValueButton>(val, extra, QStringLiteral("Mic"));
-    else
-        b = button<FlatButton>(val, extra);
-    QCOMPARE(b->isOn(), on);
-    ::key(b, QEvent::KeyPress, Qt::Key_Space);
-    ::key(b, QEvent::KeyRelease, Qt::Key_Space);
-    QCOMPARE(host.requests.size(), 1);
-    QCOMPARE(host.requests.first().kind, kind);
-    QStringList got;
-    const auto &arguments = host.requests.first().arguments;
-    for (auto it = arguments.cbegin(); it != arguments.cend(); ++it)
-        got.append(it.key() + QLatin1Char('=') + it.value());
-    QCOMPARE(got, args);
-}
-
 void tst_Button::equivalent_data()
 {
     QTest::addColumn<QStringList>("values");
@@ -938,9 +878,7 @@ void tst_Button::equivalent()
     QFETCH(bool, mixed);
     QFETCH(QString, sent);
 
-    host.window.reset();
-    host.requests.clear();
-    host.parameters.clear();
+    host.reset();
     QString list;
     for (int i = 0; i < values.size(); ++i) {
         host.setParameter(QStringLiteral("Ch%1/Mute").arg(i), values.at(i), QString());
@@ -953,8 +891,7 @@ void tst_Button::equivalent()
     QCOMPARE(b->isMixed(), mixed);
     // Only a mixed button carries the lit bar along its bottom.
     QCOMPARE(render(b, panel).pixelColor(30, 19) == Button::litColor, on || mixed);
-    mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
-    mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5));
+    click(b);
     QCOMPARE(host.requests.size(), values.size());
     for (int i = 0; i < values.size(); ++i) {
         QCOMPARE(host.requests.at(i).index, i);
@@ -1014,8 +951,7 @@ void tst_Button::changeEnable()
     QVERIFY(other->isEnabled());
     QCOMPARE(b->property("targets").toString(), QStringLiteral("gain"));
 
-    mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
-    mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5));
+    click(b);
     QCOMPARE(host.requests.first().arg("ui_prm_val"), QStringLiteral("1"));
     deliver(b, QStringLiteral("1"));
     QVERIFY(gain->isEnabled());
@@ -1026,8 +962,7 @@ void tst_Button::returnButton()
     Target target;
     host.target = &target;
     auto *b = button<ReturnButton>(QStringLiteral("0"), QStringLiteral("<ReturnValue>7</ReturnValue>"));
-    mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
-    mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5));
+    click(b);
     host.target = nullptr;
     QCOMPARE(target.received, QList<int>{7});
     QVERIFY(host.requests.isEmpty());
@@ -1075,21 +1010,16 @@ void tst_Button::libraryButtons()
     const QString folder = QCoreApplication::applicationDirPath() + QLatin1String("/descriptor/Common/Device");
     QVERIFY(QDir().mkpath(folder));
     const QString file = folder + QLatin1Char('/') + model + QLatin1String(".xml");
-    if (!descriptor.isEmpty()) {
-        QFile f(file);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(descriptor.toUtf8());
-    }
+    if (!descriptor.isEmpty())
+        QVERIFY(writeFile(file, descriptor.toUtf8()));
     const QString xml = QStringLiteral("<Address prmAddr=\"Ch1/Library\" dev_model=\"%1\"/>").arg(model);
-    host.window.reset();
-    host.requests.clear();
+    host.reset();
 
     QString askedFilter;
     int asked = -1;
     auto run = [&](auto *b) {
         b->answer = answer;
-        mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
-        mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5));
+        click(b);
         askedFilter = b->askedFilter;
         asked = b->asked;
         QCOMPARE(b->property("fileFilter").toString(), filter);
@@ -1117,13 +1047,11 @@ void tst_Button::libraryButtons()
 void tst_Button::libraryDialogNeverBlocks()
 {
     // Nobody answers at once: the dialog opens without a modal loop.
-    host.window.reset();
-    host.requests.clear();
+    host.reset();
     auto *b = host.make<ChannelSelectLibraryRecallButton>(
         QStringLiteral("<Address prmAddr=\"Ch1/Library\"/>"));
     ModalWatch watch;
-    mouse(b, QEvent::MouseButtonPress, QPoint(5, 5));
-    mouse(b, QEvent::MouseButtonRelease, QPoint(5, 5));
+    click(b);
     QCoreApplication::processEvents();
     QVERIFY(!watch.blocked);
     QPointer<QFileDialog> dialog = b->findChild<QFileDialog *>();
@@ -1150,23 +1078,19 @@ const char editorPanel[] =
 //! Writes the editor panel into \a dir, the host's panel folder.
 bool writeEditorPanel(const QTemporaryDir &dir)
 {
-    QFile f(dir.filePath(QStringLiteral("mixer_edit.xml")));
-    return f.open(QIODevice::WriteOnly) && f.write(editorPanel) > 0;
+    return writeFile(dir.filePath(QStringLiteral("mixer_edit.xml")), editorPanel);
 }
 
-template <class B>
-B *addButton(ControlTestHost &host, const QString &xml)
+//! A button of the type named \a type added to the host's window, which stays as it is.
+template <class B = WindowButton>
+B *addButton(ControlTestHost &host, const QString &xml, const QString &type = QStringLiteral("CreateEditorButton"))
 {
-    auto *b = new B(&host, &host.registry, host.window.get());
-    b->configure(Xml::widget(xml));
-    b->show();
+    auto *b = dynamic_cast<B *>(WidgetFactory().create(type, host.window.get(), &host, &host.registry));
+    if (b) {
+        b->configure(Xml::widget(xml));
+        b->show();
+    }
     return b;
-}
-
-void click(QWidget *w)
-{
-    mouse(w, QEvent::MouseButtonPress, QPoint(5, 5));
-    mouse(w, QEvent::MouseButtonRelease, QPoint(5, 5));
 }
 
 } // namespace
@@ -1242,17 +1166,9 @@ void tst_Button::editorWindows()
     host.window.reset(new QWidget);
     host.window->resize(300, 200);
     host.window->show();
-    auto make = [&](const QString &type) -> WindowButton * {
-        if (type == QLatin1String("CreateEditorButton"))
-            return addButton<CreateEditorButton>(host, xml);
-        if (type == QLatin1String("BrioCreateEditorButton"))
-            return addButton<BrioCreateEditorButton>(host, xml);
-        if (type == QLatin1String("BrioCreateEditorHideButton"))
-            return addButton<BrioCreateEditorHideButton>(host, xml);
-        return addButton<ChildWindowButton>(host, xml);
-    };
-    WindowButton *first = make(opener);
-    WindowButton *other = make(second);
+    WindowButton *first = addButton(host, xml, opener);
+    WindowButton *other = addButton(host, xml, second);
+    QVERIFY(first && other);
     QVERIFY(!first->isOn());
 
     click(first);
@@ -1286,7 +1202,7 @@ void tst_Button::editorWindows()
 
     // A panel that cannot be built opens nothing.
     host.windowEvents.clear();
-    WindowButton *missing = addButton<CreateEditorButton>(host, QStringLiteral("<EditorID>no_such_panel</EditorID>"));
+    WindowButton *missing = addButton(host, QStringLiteral("<EditorID>no_such_panel</EditorID>"));
     click(missing);
     QVERIFY(!missing->isWindowOpen());
     QVERIFY(host.windowEvents.isEmpty());
@@ -1301,7 +1217,8 @@ void tst_Button::editorWindowFromTheBackButton()
     auto *b = host.make<CreateEditorButton>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"40\" height=\"20\"/>"
                                                            "<EditorID>mixer_edit</EditorID>"));
     // The back button on the panel itself closes nothing.
-    auto *stray = addButton<ParentPanelButton>(host, QStringLiteral("<Rect x=\"50\" y=\"0\" width=\"40\" height=\"20\"/>"));
+    auto *stray = addButton<ParentPanelButton>(host, QStringLiteral("<Rect x=\"50\" y=\"0\" width=\"40\" height=\"20\"/>"),
+                                              QStringLiteral("ParentPanelButton"));
     click(stray);
     QVERIFY(host.window->isVisible());
     QVERIFY(!stray->isOn());

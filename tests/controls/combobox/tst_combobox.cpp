@@ -240,41 +240,23 @@ void tst_ComboBox::escapeClosesWithoutRequest()
 
 void tst_ComboBox::keysAndWheelStep_data()
 {
-    QTest::addColumn<QString>("input");
-    QTest::addColumn<QStringList>("steps");
+    using Step::key;
+    QTest::addColumn<Gesture>("gesture");
 
-    QTest::newRow("Up") << "up" << QStringList{"1"};
-    QTest::newRow("Down") << "down" << QStringList{"-1"};
-    QTest::newRow("wheel one notch up") << "wheel 120" << QStringList{"1"};
-    QTest::newRow("wheel two notches down") << "wheel -240" << QStringList{"-1", "-1"};
-    QTest::newRow("half notches add up") << "wheel 60,wheel 60" << QStringList{"1"};
-    QTest::newRow("half a notch is nothing") << "wheel 60" << QStringList();
-    QTest::newRow("Alt+Up steps nothing") << "altup" << QStringList();
+    QTest::newRow("Up") << Gesture{key(Qt::Key_Up, {"step 1 0.5"})};
+    QTest::newRow("Down") << Gesture{key(Qt::Key_Down, {"step -1 0.5"})};
+    QTest::newRow("Alt+Up steps nothing") << Gesture{key(Qt::Key_Up).with(Qt::AltModifier)};
+    Gestures::addWheelNotchRows(QPoint(20, 10), QStringLiteral("0.5"));
 }
 
 void tst_ComboBox::keysAndWheelStep()
 {
-    QFETCH(QString, input);
-    QFETCH(QStringList, steps);
+    QFETCH(Gesture, gesture);
 
     ComboBox *c = combo();
-    for (const QString &action : input.split(',')) {
-        if (action == "up")
-            sendKey(c, Qt::Key_Up);
-        else if (action == "down")
-            sendKey(c, Qt::Key_Down);
-        else if (action == "altup")
-            sendKey(c, Qt::Key_Up, Qt::AltModifier);
-        else
-            wheel(c, action.mid(6).toInt());
-    }
+    const Gestures::Result r = Gestures::play(c, host, gesture, Gestures::describeFor(QStringLiteral("Ch/Input")));
     QVERIFY(!c->isPopupOpen());
-    QCOMPARE(host.requests.size(), steps.size());
-    for (int i = 0; i < steps.size(); ++i) {
-        QCOMPARE(host.requests.at(i).kind, 2);
-        QCOMPARE(host.requests.at(i).arg("ui_prm_step"), steps.at(i));
-        QCOMPARE(host.requests.at(i).arg("ui_prm_val"), QStringLiteral("0.5"));
-    }
+    QCOMPARE(r.sent, r.expected);
 }
 
 void tst_ComboBox::modifierPresses_data()

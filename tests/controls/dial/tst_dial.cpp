@@ -14,6 +14,7 @@
 #include <cmath>
 #include "support/Gesture.h"
 #include "support/PaintRecorder.h"
+#include "support/Files.h"
 #include "support/Render.h"
 
 using Input::key;
@@ -39,8 +40,7 @@ private:
     Dial *dial(const QString &val = QStringLiteral("0.5"), const QString &extra = QString(),
                const QString &type = QStringLiteral("Dial"), int side = 60)
     {
-        host.window.reset();
-        host.clear();
+        host.reset();
         host.setParameter(QStringLiteral("Ch1/Gain"), val, QStringLiteral("g"));
         host.setParameter(QStringLiteral("Ch/Show"), QStringLiteral("0"), QStringLiteral("shown"));
         const QString rect = QStringLiteral("<Rect x=\"10\" y=\"10\" width=\"%1\" height=\"%1\"/>").arg(side);
@@ -523,18 +523,15 @@ void tst_Dial::images()
 {
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
-    QFile knob(dir.filePath(QStringLiteral("knob.svg")));
-    QVERIFY(knob.open(QIODevice::WriteOnly));
-    knob.write("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 10 10\">"
-               "<rect width=\"10\" height=\"10\" fill=\"#00ff00\"/></svg>");
-    knob.close();
+    const QString knob = dir.filePath(QStringLiteral("knob.svg"));
+    QVERIFY(writeFile(knob,
+                      "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 10 10\">"
+                      "<rect width=\"10\" height=\"10\" fill=\"#00ff00\"/></svg>"));
     // A pointer of the image folder wins over the built-in one of the same name.
     QVERIFY(QDir(dir.path()).mkpath(QStringLiteral("Widget/Dial")));
-    QFile index(dir.filePath(QStringLiteral("Widget/Dial/index.svg")));
-    QVERIFY(index.open(QIODevice::WriteOnly));
-    index.write("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 100 100\">"
-                "<rect x=\"45\" y=\"5\" width=\"10\" height=\"30\" fill=\"#0000ff\"/></svg>");
-    index.close();
+    QVERIFY(writeFile(dir.filePath(QStringLiteral("Widget/Dial/index.svg")),
+                      "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 100 100\">"
+                      "<rect x=\"45\" y=\"5\" width=\"10\" height=\"30\" fill=\"#0000ff\"/></svg>"));
 
     host.imagePath = dir.path();
     Dial *d = dial(QStringLiteral("0.5"), QStringLiteral("<Image type=\"knob\">knob.svg</Image>"),
@@ -552,7 +549,7 @@ void tst_Dial::images()
 
     // Without the folder the built-in pointer is drawn, on the knob image.
     host.imagePath.clear();
-    d = dial(QStringLiteral("0.5"), QStringLiteral("<Image type=\"knob\">") + knob.fileName() + "</Image>",
+    d = dial(QStringLiteral("0.5"), QStringLiteral("<Image type=\"knob\">") + knob + "</Image>",
              QStringLiteral("Dial"), 80);
     image = render(d);
     const QColor tip = image.pixelColor(k.center().x(), k.top() + k.height() / 4);

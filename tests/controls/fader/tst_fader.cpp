@@ -46,8 +46,7 @@ private:
     Fader *fader(const QString &val, const QString &extra = QString(), const QString &type = QStringLiteral("Fader"),
                  int length = 160)
     {
-        host.window.reset();
-        host.clear();
+        host.reset();
         host.setParameter(QStringLiteral("Ch1/Fader"), val, QStringLiteral("f"));
         const bool horizontal = type == QLatin1String("HorizontalFader");
         const QString rect = horizontal

@@ -47,13 +47,11 @@ bool near(const QColor &a, const QColor &b)
 
 QString rect(int w, int h)
 {
-    return QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"%1\" height=\"%2\"/>").arg(w).arg(h);
+    return Xml::rect(0, 0, w, h);
 }
 
-QString address(const QString &prmAddr)
-{
-    return QStringLiteral("<Address prmAddr=\"%1\"/>").arg(prmAddr);
-}
+using Xml::address;
+using Xml::addressList;
 
 QString points(const QPolygon &p)
 {
@@ -93,10 +91,8 @@ private:
         host.setParameter(thirdAddr, QStringLiteral("1"), QStringLiteral("On"));
         host.requests.clear();
         host.selections.clear();
-        return host.make<P>(QStringLiteral("<ControlRect x=\"0\" y=\"0\" width=\"101\" height=\"101\"/>"
-                                           "<AddressList>%1%2%3</AddressList>")
-                                .arg(address(pointAddr), address(bandAddr), address(thirdAddr))
-                            + extra);
+        return host.make<P>(QStringLiteral("<ControlRect x=\"0\" y=\"0\" width=\"101\" height=\"101\"/>")
+                            + addressList({pointAddr, bandAddr, thirdAddr}) + extra);
     }
 
     // Mouse at (x, y) in the handle's parent.
@@ -105,16 +101,16 @@ private:
         Input::mouse(p, type, QPoint(x, y) - p->pos(), Qt::LeftButton, mods);
     }
 
-    // A Brio graph with two curves of equal length and the sum switch at \a sum.
-    BrioParametricEqualizerGraph *brioGraph(const QString &sum)
+    // A Brio graph with two curves of equal length (or none second) and the sum switch at \a sum.
+    BrioParametricEqualizerGraph *brioGraph(const QString &sum,
+                                            const QString &second = QStringLiteral("0:10/0:160/0:100/10:60"))
     {
         host.hostMode = 0;
         host.setParameter(curveAddr, QString(), QStringLiteral("0:10/0:160/0:80/10:80"));
-        host.setParameter(secondAddr, QString(), QStringLiteral("0:10/0:160/0:100/10:60"));
+        host.setParameter(secondAddr, QString(), second);
         host.setParameter(switchAddr, sum, QString());
         return host.make<BrioParametricEqualizerGraph>(
-            rect(11, 162) + QStringLiteral("<AddressList>%1%2%3</AddressList>")
-                                .arg(address(curveAddr), address(secondAddr), address(switchAddr)));
+            rect(11, 162) + addressList({curveAddr, secondAddr, switchAddr}));
     }
 
 private slots:
@@ -283,13 +279,7 @@ private slots:
         QFETCH(bool, switchOn);
         QFETCH(QString, second);
         QFETCH(QString, expected);
-        host.hostMode = 0;
-        host.setParameter(curveAddr, QString(), QStringLiteral("0:10/0:160/0:80/10:80"));
-        host.setParameter(secondAddr, QString(), QString());
-        host.setParameter(switchAddr, QStringLiteral("0"), QStringLiteral("Off"));
-        auto *g = host.make<BrioParametricEqualizerGraph>(
-            rect(11, 162) + QStringLiteral("<AddressList>%1%2%3</AddressList>")
-                                .arg(address(curveAddr), address(secondAddr), address(switchAddr)));
+        auto *g = brioGraph(QStringLiteral("0"), QString());
         QCOMPARE(g->property("curve").toString(), QStringLiteral("0,81 10,81 10,81 0,81"));
         host.hostMode = mode;
         host.deliver(g, switchAddr, switchOn ? QStringLiteral("1") : QStringLiteral("0"), QString());
@@ -320,7 +310,7 @@ private slots:
         auto *one = host.make<SpeakerProcessorGraph>(rect(11, 11) + address(curveAddr));
         QCOMPARE(one->property("curve").toString(), QStringLiteral("0,5 10,6 0,6"));
         auto *two = host.make<SpeakerProcessorGraph>(
-            rect(11, 11) + QStringLiteral("<AddressList>%1%2</AddressList>").arg(address(curveAddr), address(secondAddr)));
+            rect(11, 11) + addressList({curveAddr, secondAddr}));
         QCOMPARE(two->property("curve").toString(), QStringLiteral("0,0 10,7 0,7"));
     }
 
@@ -342,8 +332,7 @@ private slots:
         const QString other = QStringLiteral("EQ/Other");
         host.setParameter(curveAddr, QString(), QStringLiteral("0:10/0:10/0:5"));
         auto *g = host.make<BrioParametricEqualizerGraph>(
-            rect(11, 11) + QStringLiteral("<AddressList>%1%2%3%4</AddressList>")
-                               .arg(address(curveAddr), address(secondAddr), address(switchAddr), address(other)));
+            rect(11, 11) + addressList({curveAddr, secondAddr, switchAddr, other}));
         const QString before = g->property("curve").toString();
         QApplication::processEvents();
         PaintRecorder counter(g);
@@ -358,8 +347,7 @@ private slots:
         host.setParameter(curveAddr, QString(), QStringLiteral("0:100/0:100/50:50"));
         host.setParameter(secondAddr, QStringLiteral("0"), QString());
         auto *g = host.make<GraphicEqualizerGraph>(
-            rect(101, 100) + QStringLiteral("<AddressList>%1%2%3</AddressList>")
-                                 .arg(address(curveAddr), address(secondAddr), address(switchAddr)));
+            rect(101, 100) + addressList({curveAddr, secondAddr, switchAddr}));
         QCOMPARE(points(g->points()), QStringLiteral("50,74 100,49 0,49"));
         host.stateQueries.clear();
 
@@ -847,9 +835,7 @@ private slots:
         const int side = TuningZoneGraphControlPoint::discSide(1.0f);
         QCOMPARE(p->geometry(), QRect(50 - side / 2, 50 - side / 2, side, side));
         QVERIFY(side > 5);
-        QImage image(p->size(), QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        p->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+        const QImage image = render(p, Qt::transparent);
         QCOMPARE(image.pixelColor(0, 0).alpha(), 0);                   // round: the corner is empty
         QCOMPARE(image.pixelColor(side / 2, 1).alpha(), 255);            // the disc
         QVERIFY(image.pixelColor(side / 2, 1).blue() > 200);
@@ -888,10 +874,7 @@ private slots:
         host.setParameter("L0", "0", line);
         host.setParameter("L1", "0", line);
         host.setParameter("L2", "0", QStringLiteral("0:100/0:0/1:2"));  // rejected: zero range
-        auto *g = host.make<Halo3DGraph>(QStringLiteral("<Rect x=\"0\" y=\"0\" width=\"201\" height=\"101\"/>"
-                                                        "<AddressList><Address prmAddr=\"L0\"/><Address prmAddr=\"L1\"/>"
-                                                        "<Address prmAddr=\"L2\"/></AddressList>")
-                                         + depth);
+        auto *g = host.make<Halo3DGraph>(rect(201, 101) + addressList({"L0", "L1", "L2"}) + depth);
         QCOMPARE(g->layerCount(), 2);                 // the third never read
         QVERIFY(g->layer(2).isEmpty());
         host.deliver(g, "L2", "0", line);
@@ -907,9 +890,7 @@ private slots:
         host.deliver(g, "L1", "0", QStringLiteral("nonsense"));
         QCOMPARE(g->layer(1).first(), QPoint(shift / 2, 100 - shift / 2));
         // Farther layers are fainter: the front is drawn in the full line colour.
-        QImage image(g->size(), QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::black);
-        g->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+        const QImage image = render(g, Qt::black);
         QCOMPARE(image.pixelColor(front.first()), QColor(0, 255, 0));
         if (shift > 0)
             QVERIFY(image.pixelColor(back.first()).green() < 200);

@@ -7,6 +7,7 @@
 #include <QPaintEvent>
 #include <QtTest>
 #include "support/PaintRecorder.h"
+#include "support/Pixels.h"
 #include "support/Render.h"
 
 namespace {
@@ -624,9 +625,7 @@ void tst_Grid::roomCombineChecker()
                                                            "<Address prmAddr=\"Room/1-2/Combine\"/>"));
     QCOMPARE(w->isOn(), checked);
     // The check mark is drawn only while combined: lit pixels inside the box.
-    QImage image(w->size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::black);
-    w->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    const QImage image = render(w, Qt::black);
     const QRect box = w->boxRect().adjusted(2, 2, -2, -2);
     int lit = 0;
     for (int y = box.top(); y <= box.bottom(); ++y)
@@ -634,17 +633,11 @@ void tst_Grid::roomCombineChecker()
             lit += image.pixelColor(x, y) != image.pixelColor(box.center().x(), box.top()) ? 1 : 0;
     QCOMPARE(lit > 5, checked);
     // Nothing beside the box without a Text: no stray display text.
-    int beside = 0;
-    for (int x = w->boxRect().right() + 3; x < w->width(); ++x)
-        for (int y = 0; y < w->height(); ++y)
-            beside += image.pixelColor(x, y) != QColor(Qt::black) ? 1 : 0;
-    QCOMPARE(beside, 0);
+    const QRect beside(QPoint(w->boxRect().right() + 3, 0), w->rect().bottomRight());
+    QCOMPARE(Pixels::countNear(image, Qt::black, beside, 0), beside.width() * beside.height());
 
-    Input::mouse(w, QEvent::MouseButtonPress, QPoint(5, 10));
-    Input::mouse(w, QEvent::MouseButtonRelease, QPoint(5, 10));
-    QCOMPARE(host.requests.size(), 1);
-    QCOMPARE(host.requests.first().kind, 0);
-    QCOMPARE(host.requests.first().arg("ui_prm_val"), sent);
+    QTest::mouseClick(w, Qt::LeftButton, Qt::NoModifier, QPoint(5, 10));
+    QCOMPARE(Gestures::described(host), QStringList{"pos " + sent + " 0"});
 }
 
 QTEST_MAIN(tst_Grid)

@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
+#include "support/Files.h"
 #include "support/Pixels.h"
 #include "support/Render.h"
 #include "support/PaintRecorder.h"
@@ -89,11 +90,9 @@ void tst_Image::initTestCase()
         image.fill(f.second);
         QVERIFY(image.save(imageDir.filePath(f.first)));
     }
-    QFile svg(imageDir.filePath(QStringLiteral("tall.svg")));
-    QVERIFY(svg.open(QIODevice::WriteOnly));
-    svg.write("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"10\" height=\"20\" viewBox=\"0 0 10 20\">"
-              "<rect x=\"0\" y=\"0\" width=\"10\" height=\"20\" fill=\"#0000dc\"/></svg>");
-    svg.close();
+    QVERIFY(writeFile(imageDir.filePath(QStringLiteral("tall.svg")),
+                      "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"10\" height=\"20\" viewBox=\"0 0 10 20\">"
+                      "<rect x=\"0\" y=\"0\" width=\"10\" height=\"20\" fill=\"#0000dc\"/></svg>"));
     host.imagePath = imageDir.path();
 }
 

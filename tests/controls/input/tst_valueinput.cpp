@@ -60,9 +60,7 @@ private:
     */
     QWidget *make(Family family, QPoint *at)
     {
-        host.window.reset();
-        host.requests.clear();
-        host.parameters.clear();
+        host.reset();
         host.setParameter(QStringLiteral("Ch1/Gain"), QStringLiteral("0.5"), QStringLiteral("0 dB"));
         host.setParameter(QStringLiteral("Dly/1-1"), QStringLiteral("0.5"), QStringLiteral("10 ms"));
         const QString own = QStringLiteral("<Address prmAddr=\"Ch1/Gain\"/>");
@@ -102,10 +100,8 @@ private slots:
     void gestures();
     void gestureHooks_data();
     void gestureHooks();
-    void farCoordinates_data();
-    void farCoordinates();
-    void shortStartCoordinate_data();
-    void shortStartCoordinate();
+    void dragCoordinates_data();
+    void dragCoordinates();
 };
 
 void tst_ValueInput::gestures_data()
@@ -247,45 +243,22 @@ void tst_ValueInput::gestureHooks()
     QCOMPARE(d->isDragging(), dragging);
 }
 
-void tst_ValueInput::farCoordinates_data()
-{
-    QTest::addColumn<int>("start");
-    QTest::addColumn<int>("to");
-    QTest::addColumn<QString>("sent");
-
-    const int most = std::numeric_limits<int>::max();
-    const int least = std::numeric_limits<int>::min();
-    // Coordinates grow downward: a smaller one is higher and raises the value.
-    QTest::newRow("from the lowest to the highest") << most << least << "300/1";
-    QTest::newRow("from the highest to the lowest") << least << most << "0/1";
-    QTest::newRow("highest, one down") << least << least + 1 << "149/1";
-    QTest::newRow("lowest, a thousand up") << most << most - 1000 << "300/1";
-}
-
-void tst_ValueInput::farCoordinates()
-{
-    QFETCH(int, start);
-    QFETCH(int, to);
-    QFETCH(QString, sent);
-    // Pointer coordinates come from events and can be anything; the
-    // distance must not wrap round.
-    RecordingInput input({AbstractValueInput::AltClick::Ignored, AbstractValueInput::PressPoint::Sends, false, true,
-                          false, false, false});
-    input.beginDrag(0, start, 150);
-    input.dragTo(to, true);
-    QCOMPARE(input.sent, QStringList{sent});
-    input.finishDrag(to);
-    QCOMPARE(input.sent.size(), 2);
-    QVERIFY(!input.isDragging());
-}
-
-void tst_ValueInput::shortStartCoordinate_data()
+void tst_ValueInput::dragCoordinates_data()
 {
     QTest::addColumn<bool>("shortStart");
     QTest::addColumn<int>("start");
     QTest::addColumn<int>("to");
     QTest::addColumn<QString>("sent");
 
+    // Pointer coordinates come from events and can be anything; the
+    // distance must not wrap round. Coordinates grow downward: a smaller
+    // one is higher and raises the value.
+    const int most = std::numeric_limits<int>::max();
+    const int least = std::numeric_limits<int>::min();
+    QTest::newRow("from the lowest to the highest") << false << most << least << "300/1";
+    QTest::newRow("from the highest to the lowest") << false << least << most << "0/1";
+    QTest::newRow("highest, one down") << false << least << least + 1 << "149/1";
+    QTest::newRow("lowest, a thousand up") << false << most << most - 1000 << "300/1";
     QTest::newRow("full width, one down") << false << 40000 << 40001 << "149/1";
     // 40000 kept in 16 bits is -25536: one pixel further down is far below it.
     QTest::newRow("16 bits, one down") << true << 40000 << 40001 << "0/1";
@@ -293,7 +266,7 @@ void tst_ValueInput::shortStartCoordinate_data()
     QTest::newRow("16 bits, negative in range") << true << -1000 << -1010 << "160/1";
 }
 
-void tst_ValueInput::shortStartCoordinate()
+void tst_ValueInput::dragCoordinates()
 {
     QFETCH(bool, shortStart);
     QFETCH(int, start);
@@ -304,6 +277,9 @@ void tst_ValueInput::shortStartCoordinate()
     input.beginDrag(0, start, 150);
     input.dragTo(to, true);
     QCOMPARE(input.sent, QStringList{sent});
+    input.finishDrag(to);
+    QCOMPARE(input.sent.size(), 2);
+    QVERIFY(!input.isDragging());
     QCOMPARE(NumberBox::valueInput.shortStart, true);
     QCOMPARE(Dial::valueInput.shortStart, false);
 }

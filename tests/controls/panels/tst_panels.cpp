@@ -9,6 +9,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
+#include "support/Files.h"
 #include "support/Render.h"
 
 namespace {
@@ -23,6 +24,10 @@ const char eqPage[] =
     "  <Widget type=\"NumberBox\" name=\"remote\"><Rect x=\"10\" y=\"40\" width=\"60\" height=\"20\"/>"
     "    <Address prmAddr=\"EQ/Q\" dev_uniq_id=\"devX\"/></Widget>"
     "</Panel>";
+
+// A disabling container over the middle of the window, bound to "Bypass".
+const QString bypass = QStringLiteral("<Rect x=\"50\" y=\"50\" width=\"200\" height=\"100\"/>"
+                                      "<Address prmAddr=\"Bypass\"/>");
 
 const char twoPages[] =
     "<Page key=\"0\" file=\"eq\"/>"
@@ -60,8 +65,6 @@ private slots:
 
     void pageKeys_data();
     void pageKeys();
-    void emptyValueSelectsAPage_data();
-    void emptyValueSelectsAPage();
     void pagesBuiltOnceAndReused();
     void pagesInheritAddressContext();
     void reboundStackerRebuildsPages();
@@ -102,10 +105,7 @@ private:
 void tst_Panels::initTestCase()
 {
     QVERIFY(pages.isValid());
-    QFile f(pages.filePath(QStringLiteral("eq.xml")));
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(eqPage);
-    f.close();
+    QVERIFY(writeFile(pages.filePath(QStringLiteral("eq.xml")), eqPage));
     QVERIFY2(Panels::sharedPanelFactory(), "the host's panel factory plug-in is not in the application directory");
 }
 
@@ -123,22 +123,23 @@ void tst_Panels::pageKeys_data()
     QTest::addColumn<QString>("val");
     QTest::addColumn<QString>("str");
     QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("emptyKey"); // then, for a value with neither text
 
-    QTest::newRow("divide 10: 0") << "divide=\"10\"" << "0" << "" << "0";
-    QTest::newRow("divide 10: 9") << "divide=\"10\"" << "9" << "" << "0";
-    QTest::newRow("divide 10: 10") << "divide=\"10\"" << "10" << "" << "1";
-    QTest::newRow("divide 10: 25") << "divide=\"10\"" << "25" << "" << "2";
-    QTest::newRow("divide, not an integer") << "divide=\"10\"" << "0.5" << "" << "0";
-    QTest::newRow("range 3: 0") << "range=\"3\"" << "0" << "" << "0";
-    QTest::newRow("range 3: 0.33") << "range=\"3\"" << "0.33" << "" << "1";
-    QTest::newRow("range 3: 0.67") << "range=\"3\"" << "0.67" << "" << "2";
-    QTest::newRow("range 3: 1") << "range=\"3\"" << "1" << "" << "3";
-    QTest::newRow("range 3, not a number") << "range=\"3\"" << "offline" << "" << "0";
-    QTest::newRow("range wins over divide") << "range=\"3\" divide=\"10\"" << "1" << "" << "3";
-    QTest::newRow("range 0 falls to divide") << "range=\"0\" divide=\"2\"" << "7" << "" << "3";
-    QTest::newRow("position text") << "" << "0.5" << "Peak" << "0.5";
-    QTest::newRow("display text") << "value=\"text\"" << "0.5" << "Peak" << "Peak";
-    QTest::newRow("range over text") << "range=\"1\" value=\"text\"" << "1" << "Shelf" << "1";
+    QTest::newRow("divide 10: 0") << "divide=\"10\"" << "0" << "" << "0" << "0";
+    QTest::newRow("divide 10: 9") << "divide=\"10\"" << "9" << "" << "0" << "0";
+    QTest::newRow("divide 10: 10") << "divide=\"10\"" << "10" << "" << "1" << "0";
+    QTest::newRow("divide 10: 25") << "divide=\"10\"" << "25" << "" << "2" << "0";
+    QTest::newRow("divide, not an integer") << "divide=\"10\"" << "0.5" << "" << "0" << "0";
+    QTest::newRow("range 3: 0") << "range=\"3\"" << "0" << "" << "0" << "0";
+    QTest::newRow("range 3: 0.33") << "range=\"3\"" << "0.33" << "" << "1" << "0";
+    QTest::newRow("range 3: 0.67") << "range=\"3\"" << "0.67" << "" << "2" << "0";
+    QTest::newRow("range 3: 1") << "range=\"3\"" << "1" << "" << "3" << "0";
+    QTest::newRow("range 3, not a number") << "range=\"3\"" << "offline" << "" << "0" << "0";
+    QTest::newRow("range wins over divide") << "range=\"3\" divide=\"10\"" << "1" << "" << "3" << "0";
+    QTest::newRow("range 0 falls to divide") << "range=\"0\" divide=\"2\"" << "7" << "" << "3" << "0";
+    QTest::newRow("position text") << "" << "0.5" << "Peak" << "0.5" << "";
+    QTest::newRow("display text") << "value=\"text\"" << "0.5" << "Peak" << "Peak" << "";
+    QTest::newRow("range over text") << "range=\"1\" value=\"text\"" << "1" << "Shelf" << "1" << "0";
 }
 
 void tst_Panels::pageKeys()
@@ -147,6 +148,7 @@ void tst_Panels::pageKeys()
     QFETCH(QString, val);
     QFETCH(QString, str);
     QFETCH(QString, key);
+    QFETCH(QString, emptyKey);
 
     auto *w = stacker(QStringLiteral("<StackList %1/>").arg(attributes));
     QVERIFY(w->currentKey().isEmpty());
@@ -157,6 +159,10 @@ void tst_Panels::pageKeys()
     // The same value again selects nothing anew.
     w->notifyValueChanged({{"prmAddr", "Type"}, {"dev_uniq_id", "dev1"}});
     QCOMPARE(changed.count(), 1);
+    // An empty value still selects a page.
+    host.deliver(w, QStringLiteral("Type"), QString(), QString());
+    QCOMPARE(w->currentKey(), emptyKey);
+    QCOMPARE(changed.count(), key == emptyKey ? 1 : 2);
 }
 
 void tst_Panels::pagesBuiltOnceAndReused()
@@ -233,35 +239,6 @@ void tst_Panels::reboundStackerRebuildsPages()
     QCOMPARE(control(fresh, "gain")->addressAt(0).key("dev_uniq_id"), QStringLiteral("devC"));
     QTRY_VERIFY(old.isNull());
     QCOMPARE(w->pageCount(), 1);
-}
-
-void tst_Panels::emptyValueSelectsAPage_data()
-{
-    QTest::addColumn<QString>("attributes");
-    QTest::addColumn<QString>("val");
-    QTest::addColumn<QString>("str");
-    QTest::addColumn<QString>("key");
-
-    QTest::newRow("range 3: step 0") << "range=\"3\"" << "0.67" << "" << "0";
-    QTest::newRow("divide 10: 0") << "divide=\"10\"" << "25" << "" << "0";
-    QTest::newRow("position text: key \"\"") << "" << "0.5" << "" << "";
-    QTest::newRow("display text: key \"\"") << "value=\"text\"" << "0.5" << "Peak" << "";
-}
-
-void tst_Panels::emptyValueSelectsAPage()
-{
-    QFETCH(QString, attributes);
-    QFETCH(QString, val);
-    QFETCH(QString, str);
-    QFETCH(QString, key);
-
-    auto *w = stacker(QStringLiteral("<StackList %1/>").arg(attributes));
-    host.deliver(w, QStringLiteral("Type"), val, str);
-    QVERIFY(w->currentKey() != key);
-    QSignalSpy changed(w, &PanelStacker::currentKeyChanged);
-    host.deliver(w, QStringLiteral("Type"), QString(), QString());
-    QCOMPARE(changed.count(), 1);
-    QCOMPARE(w->currentKey(), key);
 }
 
 void tst_Panels::initialPage_data()
@@ -407,8 +384,7 @@ void tst_Panels::disableValues()
     QFETCH(QString, str);
     QFETCH(bool, disabling);
 
-    auto *w = host.make<DisablePanelContainer>(
-        QStringLiteral("<Rect x=\"50\" y=\"50\" width=\"200\" height=\"100\"/><Address prmAddr=\"Bypass\"/>") + xml);
+    auto *w = host.make<DisablePanelContainer>(bypass + xml);
     QVERIFY(!w->isDisabling());
     QVERIFY(w->isHidden());
     QVERIFY(!w->disableValues().contains(QString()));
@@ -431,9 +407,8 @@ void tst_Panels::disableValues()
 
 void tst_Panels::disableBlocksMouseAndKeys()
 {
-    auto *w = host.make<DisablePanelContainer>(QStringLiteral(
-        "<Rect x=\"50\" y=\"50\" width=\"200\" height=\"100\"/><Address prmAddr=\"Bypass\"/>"
-        "<DisableValue range=\"1\">1</DisableValue><Text>Bypassed</Text>"));
+    auto *w = host.make<DisablePanelContainer>(
+        bypass + QStringLiteral("<DisableValue range=\"1\">1</DisableValue><Text>Bypassed</Text>"));
     QWidget *window = host.window.get();
     // Created after the container, so stacked above it until it raises itself.
     auto *beneath = new QPushButton(QStringLiteral("Under"), window);
@@ -507,10 +482,10 @@ void tst_Panels::disablePainting()
     QFETCH(QColor, veil);
     QFETCH(bool, text);
 
-    auto *w = host.make<DisablePanelContainer>(
-        QStringLiteral("<Rect x=\"50\" y=\"50\" width=\"200\" height=\"100\"/><Address prmAddr=\"Bypass\"/>"
-                       "<DisableValue range=\"1\">1</DisableValue><ValueTextItems><Item value=\"1\">Value</Item>"
-                       "</ValueTextItems>") + xml);
+    auto *w = host.make<DisablePanelContainer>(bypass
+                                               + QStringLiteral("<DisableValue range=\"1\">1</DisableValue><ValueTextItems>"
+                                                                "<Item value=\"1\">Value</Item></ValueTextItems>")
+                                               + xml);
     host.deliver(w, QStringLiteral("Bypass"), QStringLiteral("1"), QStringLiteral("1"));
     QVERIFY(w->isDisabling());
 

@@ -167,55 +167,39 @@ void tst_Switcher::modifierPresses()
 
 void tst_Switcher::keysAndWheel_data()
 {
+    using Step::key;
     QTest::addColumn<QString>("orientation");
-    QTest::addColumn<int>("key");
-    QTest::addColumn<int>("wheelDelta");
-    QTest::addColumn<QStringList>("steps");
+    QTest::addColumn<Gesture>("gesture");
 
-    QTest::newRow("Right") << "" << int(Qt::Key_Right) << 0 << QStringList{"1"};
-    QTest::newRow("Left") << "" << int(Qt::Key_Left) << 0 << QStringList{"-1"};
-    QTest::newRow("Up ignored in a row") << "" << int(Qt::Key_Up) << 0 << QStringList();
-    QTest::newRow("Down in a column") << "Vertical" << int(Qt::Key_Down) << 0 << QStringList{"1"};
-    QTest::newRow("Up in a column") << "Vertical" << int(Qt::Key_Up) << 0 << QStringList{"-1"};
-    QTest::newRow("Right ignored in a column") << "Vertical" << int(Qt::Key_Right) << 0 << QStringList();
-    QTest::newRow("wheel two notches up") << "" << 0 << 240 << QStringList{"1", "1"};
-    QTest::newRow("wheel a notch down") << "" << 0 << -120 << QStringList{"-1"};
-    QTest::newRow("half a notch") << "" << 0 << 60 << QStringList();
+    const QString up = QStringLiteral("step 1 0.5"), down = QStringLiteral("step -1 0.5");
+    const QPoint at(5, 5);
+    QTest::newRow("Right") << "" << Gesture{key(Qt::Key_Right, {up})};
+    QTest::newRow("Left") << "" << Gesture{key(Qt::Key_Left, {down})};
+    QTest::newRow("Up ignored in a row") << "" << Gesture{key(Qt::Key_Up)};
+    QTest::newRow("Down in a column") << "Vertical" << Gesture{key(Qt::Key_Down, {up})};
+    QTest::newRow("Up in a column") << "Vertical" << Gesture{key(Qt::Key_Up, {down})};
+    QTest::newRow("Right ignored in a column") << "Vertical" << Gesture{key(Qt::Key_Right)};
+    QTest::newRow("wheel two notches up") << "" << Gesture{Step::wheel(240, at, {up, up})};
+    QTest::newRow("wheel a notch down") << "" << Gesture{Step::wheel(-120, at, {down})};
+    QTest::newRow("half a notch") << "" << Gesture{Step::wheel(60, at)};
 }
 
 void tst_Switcher::keysAndWheel()
 {
     QFETCH(QString, orientation);
-    QFETCH(int, key);
-    QFETCH(int, wheelDelta);
-    QFETCH(QStringList, steps);
+    QFETCH(Gesture, gesture);
 
     host.setParameter(QStringLiteral("Ch/Input"), QStringLiteral("0.5"), QStringLiteral("Line"));
     Switcher *s = switcher(orientation.isEmpty() ? QString()
                                                  : QStringLiteral("<Orientation>%1</Orientation>").arg(orientation));
-    if (key) {
-        QKeyEvent e(QEvent::KeyPress, key, Qt::NoModifier);
-        QApplication::sendEvent(s, &e);
-    } else {
-        wheel(s, wheelDelta);
-    }
-    QStringList sent;
-    for (const auto &r : qAsConst(host.requests)) {
-        QCOMPARE(r.kind, 2);
-        QCOMPARE(r.arg("ui_prm_val"), QStringLiteral("0.5"));
-        sent << r.arg("ui_prm_step");
-    }
-    QCOMPARE(sent, steps);
+    const auto describe = Gestures::describeFor(QStringLiteral("Ch/Input"));
+    const Gestures::Result r = Gestures::play(s, host, gesture, describe);
+    QCOMPARE(r.sent, r.expected);
 
+    // Disabled, the same again sends nothing (half a notch would now make a whole one).
     host.requests.clear();
     s->setEnabled(false);
-    if (key) {
-        QKeyEvent e(QEvent::KeyPress, key, Qt::NoModifier);
-        QApplication::sendEvent(s, &e);
-    } else {
-        wheel(s, wheelDelta * 2);
-    }
-    QVERIFY(host.requests.isEmpty());
+    QCOMPARE(Gestures::play(s, host, gesture, describe).sent, QStringList());
 }
 
 void tst_Switcher::valueChangesRepaintOnlyOnChange()
