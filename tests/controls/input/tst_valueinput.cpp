@@ -150,6 +150,9 @@ void tst_ValueInput::gestures_data()
         {"a modifier during the drag ends it",
          {press(0, 0), move(0, -10), move(0, -20).with(Qt::ShiftModifier), release(0, -20)},
          {{"pos 0.533333 1"}, {"pos 0.533333 1"}, {"pos 0.533333 1"}, {"pos 0.533333 1"}}},
+        {"a Control release ends the drag",
+         {press(0, 0), move(0, -10), release(0, -10).with(Qt::ControlModifier), move(0, -20).holding(Qt::NoButton)},
+         {{"pos 0.533333 1"}, {"pos 0.533333 1"}, {"pos 0.533333 1"}, {"pos 0.533333 1", "pos 0.533333 0"}}},
         // Alt, and where it stands against Control; kind 3 asks for the default.
         {"Alt-click, released higher",
          {press(0, 0).with(alt), release(0, -10).with(alt)},
