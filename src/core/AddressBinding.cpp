@@ -54,10 +54,12 @@ int AddressBinding::insert(ParameterAddress address)
     entry.templ = keys.value(Key::prmAddr).toString();
     bool complete = true;
     const QString prmAddr = bound(entry.templ, &complete);
-    if (complete)
-        keys.insert(Key::prmAddr, prmAddr);
-    else
+    // A template without placeholders is bound as it is: the key already
+    // holds that text unless it held another type.
+    if (!complete)
         keys.remove(Key::prmAddr);
+    else if (!prmAddr.isSharedWith(entry.templ) || keys.value(Key::prmAddr).userType() != QMetaType::QString)
+        keys.insert(Key::prmAddr, prmAddr);
     entry.category = categoryOf(prmAddr);
     entry.address = std::move(address);
 

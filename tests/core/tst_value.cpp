@@ -16,6 +16,8 @@ private slots:
     void equality_data();
     void equality();
     void copiesAreIndependent();
+    void wellKnownKeysAreShared_data();
+    void wellKnownKeysAreShared();
 };
 
 void tst_Value::setReportsChange()
@@ -122,6 +124,35 @@ void tst_Value::copiesAreIndependent()
     b.set("k", "2");
     QCOMPARE(a.text("k"), QString("1"));
     QCOMPARE(b.text("k"), QString("2"));
+}
+
+void tst_Value::wellKnownKeysAreShared_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<bool>("shared");
+    QTest::newRow("position") << "ui_prm_val" << true;
+    QTest::newRow("display text") << "ui_prm_str" << true;
+    QTest::newRow("minimum") << "prmMin" << true;
+    QTest::newRow("address") << "prmAddr" << true;
+    QTest::newRow("unknown") << "colour" << false;
+    QTest::newRow("case differs") << "UI_PRM_VAL" << false;
+}
+
+// Values of many controls hold one copy of each well-known key between them.
+void tst_Value::wellKnownKeysAreShared()
+{
+    QFETCH(QString, key);
+    QFETCH(bool, shared);
+    Value a, b;
+    QVERIFY(a.set(QString(key.constData(), key.size()), "1"));
+    QVERIFY(b.set(QString(key.constData(), key.size()), "2"));
+    const QString keyOfA = a.attributes().firstKey();
+    const QString keyOfB = b.attributes().firstKey();
+    QCOMPARE(keyOfA, key);
+    QCOMPARE(keyOfB, key);
+    QCOMPARE(keyOfA.isSharedWith(keyOfB), shared);
+    QCOMPARE(a.text(key), QString("1"));
+    QCOMPARE(b.text(key), QString("2"));
 }
 
 QTEST_APPLESS_MAIN(tst_Value)
