@@ -193,6 +193,7 @@ bool ParameterDatabase::loadModel(const QByteArray &xml, const QString &origin, 
         model.byAddress.insert(s.address, model.order.size());
         model.order.append(s);
     }
+    m_fixedTexts.clear();
     m_models.insert(name, model);
     return ok;
 }
@@ -342,6 +343,22 @@ const ParameterDefinition *ParameterDatabase::specFor(const QVariantMap &address
     return definition(m_deviceModels.value(dev), text(address, Key::prmAddr));
 }
 
+const ParameterDatabase::FixedTexts &ParameterDatabase::fixedTexts(const ParameterDefinition &definition) const
+{
+    auto it = m_fixedTexts.find(&definition);
+    if (it == m_fixedTexts.end()) {
+        FixedTexts texts;
+        if (definition.isNumeric()) {
+            texts.minimum = definition.displayText(definition.minimum);
+            texts.maximum = definition.displayText(definition.maximum);
+        }
+        texts.type = ParameterDefinition::typeName(definition.type);
+        texts.options = definition.options.join(QLatin1Char('|'));
+        it = m_fixedTexts.insert(&definition, texts);
+    }
+    return *it;
+}
+
 ParameterDatabase::State ParameterDatabase::initialState(const ParameterDefinition &definition) const
 {
     State s;
@@ -373,16 +390,18 @@ bool ParameterDatabase::readParameter(const QVariantMap &address, QVariantMap &a
     if (!s && it == m_states.cend())
         return false;
 
-    QVariantMap out;
+    // Written straight into the answer: every path from here on answers.
+    QVariantMap &out = answer;
     if (s) {
         const State state = it == m_states.cend() ? initialState(*s) : *it;
+        const FixedTexts &fixed = fixedTexts(*s);
         if (s->isNumeric()) {
             const QString position = ParameterDefinition::positionText(s->positionOf(state.value));
             out.insert(Key::ui_prm_val, position);
             out.insert(Key::ui_prm_str, s->displayText(state.value));
             out.insert(Key::prmValue, QString::number(state.value, 'g', 10));
-            out.insert(Key::prmMin, s->displayText(s->minimum));
-            out.insert(Key::prmMax, s->displayText(s->maximum));
+            out.insert(Key::prmMin, fixed.minimum);
+            out.insert(Key::prmMax, fixed.maximum);
             if (s->type == ParameterDefinition::Meter) {
                 out.insert(Key::ui_prm_prak, qIsNaN(state.peak) ? position
                                                                 : ParameterDefinition::positionText(
@@ -402,10 +421,10 @@ bool ParameterDatabase::readParameter(const QVariantMap &address, QVariantMap &a
             out.insert(Key::prmValue, shown);
         }
         out.insert(Key::prmUnit, s->unit);
-        out.insert(Key::prmType, ParameterDefinition::typeName(s->type));
+        out.insert(Key::prmType, fixed.type);
         // Lets a combo box list the choices without a list of its own.
         if (s->type == ParameterDefinition::Options)
-            out.insert(Key::ui_prm_option, s->options.join(QLatin1Char('|')));
+            out.insert(Key::ui_prm_option, fixed.options);
         if (it != m_states.cend()) {
             for (auto t = it->stored.cbegin(); t != it->stored.cend(); ++t)
                 out.insert(t.key(), t.value());
@@ -414,8 +433,6 @@ bool ParameterDatabase::readParameter(const QVariantMap &address, QVariantMap &a
         for (auto t = it->stored.cbegin(); t != it->stored.cend(); ++t)
             out.insert(t.key(), t.value());
     }
-    for (auto o = out.cbegin(); o != out.cend(); ++o)
-        answer.insert(o.key(), o.value());
     return true;
 }
 
