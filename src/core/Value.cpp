@@ -3,6 +3,8 @@
 #include "SharedKeys.h"
 #include "../data/ParameterKeys.h"
 
+// Here, in the types library, so that the plug-in and the host's database
+// use one table.
 const QString &sharedKey(const QString &key)
 {
     static const QString known[] = {
@@ -16,7 +18,7 @@ const QString &sharedKey(const QString &key)
     if (n == 0)
         return key;
     for (const QString &k : known) {
-        if (k.size() == n && k.at(n - 1) == key.at(n - 1) && k == key)
+        if (k.size() == n && (k.isSharedWith(key) || (k.at(n - 1) == key.at(n - 1) && k == key)))
             return k;
     }
     return key;
@@ -27,8 +29,7 @@ bool Value::set(const QString &key, const QString &text)
     const auto it = m_attributes.constFind(key);
     if (it != m_attributes.cend() && *it == text)
         return false;
-    // A new key is stored as its shared copy; an existing one keeps its own.
-    m_attributes.insert(it == m_attributes.cend() ? sharedKey(key) : key, text);
+    m_attributes.insert(key, text);
     return true;
 }
 
