@@ -470,14 +470,18 @@ bool BaseWidget::requestDefault(int index)
     return sendRequest(3, index, {});
 }
 
+// Read at every paint and step: the keys are made once rather than
+// converted from Latin-1 at every call.
 QString BaseWidget::positionText(int index) const
 {
-    return addressAt(index).value().text(Key::ui_prm_val);
+    static const QString key = sharedKey(Key::ui_prm_val);
+    return addressAt(index).value().text(key);
 }
 
 QString BaseWidget::displayText(int index) const
 {
-    return addressAt(index).value().text(Key::ui_prm_str);
+    static const QString key = sharedKey(Key::ui_prm_str);
+    return addressAt(index).value().text(key);
 }
 
 double BaseWidget::position(int index) const
