@@ -12,6 +12,7 @@
 #include <QDomDocument>
 #include <QDomElement>
 #include <QFile>
+#include <QGuiApplication>
 #include <QPalette>
 #include <QPluginLoader>
 #include <QWidget>
@@ -111,6 +112,16 @@ QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IH
     palette.setColor(QPalette::Window, panelBackground(panel));
     page->setPalette(palette);
     page->setAutoFillBackground(true);
+    // Controls draw in the application's family at 9 points scaled with the
+    // zoom; a page in that font lets them inherit it instead of each one
+    // keeping a font of its own.
+    const int dpi = page->logicalDpiX();
+    const qreal pointSize = 9.0 * zoom * 96.0 / (dpi > 0 ? dpi : 96);
+    if (pointSize > 0 && qIsFinite(pointSize)) {
+        QFont font = QGuiApplication::font();
+        font.setPointSizeF(pointSize);
+        page->setFont(font);
+    }
     if (width > 0 && height > 0)
         page->resize(Saturating::pixels(width, zoom), Saturating::pixels(height, zoom));
 

@@ -283,11 +283,17 @@ bool PanelHost::readParameter(const ParameterAddress &address, Value &value, QMa
         value.setPayload(QVariant());
         return false;
     }
+    // Both start empty on a control's read: the attributes then share the
+    // value's texts instead of a second map of them.
+    const bool share = value.isEmpty() && attributes.isEmpty();
     for (auto it = answer.cbegin(); it != answer.cend(); ++it) {
         const QString text = it.value().toString();
         value.set(it.key(), text);
-        attributes.insert(it.key(), text);
+        if (!share)
+            attributes.insert(it.key(), text);
     }
+    if (share)
+        attributes = value.attributes();
     value.setPayload(answer.value(Key::ui_prm_val));
     return true;
 }

@@ -3,6 +3,7 @@
 
 #include "FrequencySteps.h"
 
+#include <core/SharedKeys.h>
 #include <data/ParameterKeys.h>
 #include <corvane/ParameterManagement.h>
 
@@ -21,6 +22,36 @@ const QString stateAddress = QStringLiteral("Setup/0/Config/DesiredFs:0:0");
 QString text(const QVariantMap &map, QLatin1String key)
 {
     return map.value(key).toString();
+}
+
+QString text(const QVariantMap &map, const QString &key)
+{
+    return map.value(key).toString();
+}
+
+// The keys a read looks up and answers, made once (a QLatin1String key is
+// converted, its text allocated, at every lookup and insertion), and the
+// copies that values share, so that a control's value holds no key text.
+struct ReadKeys
+{
+    const QString device = sharedKey(Key::dev_uniq_id);
+    const QString zone = sharedKey(Key::zone_uniq_id);
+    const QString prmAddr = sharedKey(Key::prmAddr);
+    const QString position = sharedKey(Key::ui_prm_val);
+    const QString display = sharedKey(Key::ui_prm_str);
+    const QString peak = sharedKey(Key::ui_prm_prak);
+    const QString options = sharedKey(Key::ui_prm_option);
+    const QString value = sharedKey(Key::prmValue);
+    const QString minimum = sharedKey(Key::prmMin);
+    const QString maximum = sharedKey(Key::prmMax);
+    const QString unit = sharedKey(Key::prmUnit);
+    const QString type = sharedKey(Key::prmType);
+};
+
+const ReadKeys &readKeys()
+{
+    static const ReadKeys keys;
+    return keys;
 }
 
 // A copy of \a e with every attribute's {var} replaced by the loop variables.
@@ -193,6 +224,7 @@ bool ParameterDatabase::loadModel(const QByteArray &xml, const QString &origin, 
         model.byAddress.insert(s.address, model.order.size());
         model.order.append(s);
     }
+    m_fixedTexts.clear();
     m_models.insert(name, model);
     return ok;
 }
@@ -342,6 +374,22 @@ const ParameterDefinition *ParameterDatabase::specFor(const QVariantMap &address
     return definition(m_deviceModels.value(dev), text(address, Key::prmAddr));
 }
 
+const ParameterDatabase::FixedTexts &ParameterDatabase::fixedTexts(const ParameterDefinition &definition) const
+{
+    auto it = m_fixedTexts.find(&definition);
+    if (it == m_fixedTexts.end()) {
+        FixedTexts texts;
+        if (definition.isNumeric()) {
+            texts.minimum = definition.displayText(definition.minimum);
+            texts.maximum = definition.displayText(definition.maximum);
+        }
+        texts.type = ParameterDefinition::typeName(definition.type);
+        texts.options = definition.options.join(QLatin1Char('|'));
+        it = m_fixedTexts.insert(&definition, texts);
+    }
+    return *it;
+}
+
 ParameterDatabase::State ParameterDatabase::initialState(const ParameterDefinition &definition) const
 {
     State s;
@@ -364,27 +412,31 @@ QVariantMap ParameterDatabase::device(const QString &devUniqId) const
 
 bool ParameterDatabase::readParameter(const QVariantMap &address, QVariantMap &answer) const
 {
-    const QString dev = text(address, Key::dev_uniq_id);
+    const ReadKeys &k = readKeys();
+    const QString dev = text(address, k.device);
     if (!m_deviceModels.contains(dev))
         return false;
-    const QString key = stateKey(dev, text(address, Key::zone_uniq_id), text(address, Key::prmAddr));
-    const ParameterDefinition *s = specFor(address);
+    const QString prmAddr = text(address, k.prmAddr);
+    const QString key = stateKey(dev, text(address, k.zone), prmAddr);
+    const ParameterDefinition *s = definition(m_deviceModels.value(dev), prmAddr);
     auto it = m_states.constFind(key);
     if (!s && it == m_states.cend())
         return false;
 
-    QVariantMap out;
+    // Written straight into the answer: every path from here on answers.
+    QVariantMap &out = answer;
     if (s) {
         const State state = it == m_states.cend() ? initialState(*s) : *it;
+        const FixedTexts &fixed = fixedTexts(*s);
         if (s->isNumeric()) {
             const QString position = ParameterDefinition::positionText(s->positionOf(state.value));
-            out.insert(Key::ui_prm_val, position);
-            out.insert(Key::ui_prm_str, s->displayText(state.value));
-            out.insert(Key::prmValue, QString::number(state.value, 'g', 10));
-            out.insert(Key::prmMin, s->displayText(s->minimum));
-            out.insert(Key::prmMax, s->displayText(s->maximum));
+            out.insert(k.position, position);
+            out.insert(k.display, s->displayText(state.value));
+            out.insert(k.value, QString::number(state.value, 'g', 10));
+            out.insert(k.minimum, fixed.minimum);
+            out.insert(k.maximum, fixed.maximum);
             if (s->type == ParameterDefinition::Meter) {
-                out.insert(Key::ui_prm_prak, qIsNaN(state.peak) ? position
+                out.insert(k.peak, qIsNaN(state.peak) ? position
                                                                 : ParameterDefinition::positionText(
                                                                       s->positionOf(state.peak)));
             }
@@ -392,20 +444,19 @@ bool ParameterDatabase::readParameter(const QVariantMap &address, QVariantMap &a
             QString shown = state.text;
             Equalizer::Role role;
             int band;
-            const QString prmAddr = text(address, Key::prmAddr);
             if (const Equalizer *eq = equalizerOf(m_deviceModels.value(dev), prmAddr, &role, &band)) {
                 if (Equalizer::isComputed(role))
-                    shown = computedText(dev, text(address, Key::zone_uniq_id), *eq, role, band);
+                    shown = computedText(dev, text(address, k.zone), *eq, role, band);
             }
-            out.insert(Key::ui_prm_val, s->type == ParameterDefinition::State ? shown : QStringLiteral("0"));
-            out.insert(Key::ui_prm_str, shown);
-            out.insert(Key::prmValue, shown);
+            out.insert(k.position, s->type == ParameterDefinition::State ? shown : QStringLiteral("0"));
+            out.insert(k.display, shown);
+            out.insert(k.value, shown);
         }
-        out.insert(Key::prmUnit, s->unit);
-        out.insert(Key::prmType, ParameterDefinition::typeName(s->type));
+        out.insert(k.unit, s->unit);
+        out.insert(k.type, fixed.type);
         // Lets a combo box list the choices without a list of its own.
         if (s->type == ParameterDefinition::Options)
-            out.insert(Key::ui_prm_option, s->options.join(QLatin1Char('|')));
+            out.insert(k.options, fixed.options);
         if (it != m_states.cend()) {
             for (auto t = it->stored.cbegin(); t != it->stored.cend(); ++t)
                 out.insert(t.key(), t.value());
@@ -414,8 +465,6 @@ bool ParameterDatabase::readParameter(const QVariantMap &address, QVariantMap &a
         for (auto t = it->stored.cbegin(); t != it->stored.cend(); ++t)
             out.insert(t.key(), t.value());
     }
-    for (auto o = out.cbegin(); o != out.cend(); ++o)
-        answer.insert(o.key(), o.value());
     return true;
 }
 

@@ -106,6 +106,16 @@ private:
         Ballistics gainReduction{0};
     };
 
+    // The texts of a definition that no state changes, formatted once.
+    struct FixedTexts
+    {
+        QString minimum;
+        QString maximum;
+        QString type;
+        QString options;
+    };
+
+    const FixedTexts &fixedTexts(const ParameterDefinition &definition) const;
     static QString stateKey(const QString &device, const QString &zone, const QString &prmAddr);
     const ParameterDefinition *specFor(const QVariantMap &address) const;
     State initialState(const ParameterDefinition &definition) const;
@@ -126,6 +136,7 @@ private:
     QHash<QString, QString> m_deviceModels;
     mutable QHash<QString, State> m_states;
     mutable QHash<QString, QString> m_curves;
+    mutable QHash<const ParameterDefinition *, FixedTexts> m_fixedTexts;
     QHash<QString, Input> m_inputs;
     double m_clock = 0;
     IParameterObserver *m_observer = nullptr;

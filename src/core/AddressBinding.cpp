@@ -51,13 +51,16 @@ int AddressBinding::insert(ParameterAddress address)
     Entry entry;
     QVariantMap &keys = address.keys();
     entry.type = keys.value(Key::AddrType).toString();
-    entry.templ = keys.value(Key::prmAddr).toString();
+    const QVariant written = keys.value(Key::prmAddr);
+    entry.templ = written.toString();
     bool complete = true;
     const QString prmAddr = bound(entry.templ, &complete);
-    if (complete)
-        keys.insert(Key::prmAddr, prmAddr);
-    else
+    // A template without placeholders is bound as it is: the key already
+    // holds that text unless it held another type.
+    if (!complete)
         keys.remove(Key::prmAddr);
+    else if (!prmAddr.isSharedWith(entry.templ) || written.userType() != QMetaType::QString)
+        keys.insert(Key::prmAddr, prmAddr);
     entry.category = categoryOf(prmAddr);
     entry.address = std::move(address);
 

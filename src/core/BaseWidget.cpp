@@ -1,6 +1,7 @@
 #include "BaseWidget.h"
 
 #include "Saturating.h"
+#include "SharedKeys.h"
 #include "accessibility/AccessibleControl.h"
 #include "data/ParameterKeys.h"
 
@@ -33,10 +34,16 @@ BaseWidget::BaseWidget(IHostCore *hostCore, ParameterManagementRegistry *registr
     // with its own font still starts from the application's.
     // Family and zoomed size go in together: each setFont() resolves the
     // font against the parent's and sends FontChange to the control.
+    // A control whose parent already has that font inherits it and keeps
+    // no font of its own.
     QFont f = font();
-    f.setFamily(QGuiApplication::font().family());
+    const QString family = QGuiApplication::font().family();
     const qreal size = scaledPointSize(m_designPointSize, zoomFactor());
-    if (size > 0 && !qFuzzyCompare(f.pointSizeF(), size))
+    const bool resize = size > 0 && !qFuzzyCompare(f.pointSizeF(), size);
+    if (!resize && f.family() == family)
+        return;
+    f.setFamily(family);
+    if (resize)
         f.setPointSizeF(size);
     setFont(f);
 }
@@ -256,11 +263,11 @@ QVariantMap BaseWidget::parseAddressKeys(const QDomElement &e)
     const QDomNamedNodeMap attributes = e.attributes();
     for (int i = 0; i < attributes.count(); ++i) {
         const QDomAttr a = attributes.item(i).toAttr();
-        keys.insert(a.name(), a.value());
+        keys.insert(sharedKey(a.name()), a.value());
     }
     bool hasChildren = false;
     for (QDomElement c = e.firstChildElement(); !c.isNull(); c = c.nextSiblingElement()) {
-        keys.insert(c.tagName(), c.text());
+        keys.insert(sharedKey(c.tagName()), c.text());
         hasChildren = true;
     }
     // <Address>Ch/Gain</Address> is the short form of a bare parameter address.
@@ -393,7 +400,16 @@ bool BaseWidget::readAddressValue(int index)
     QMap<QString, QString> attributes;
     if (!m_hostCore->readParameter(m_binding.at(index).address, value, attributes))
         return false;
-    return m_binding[index].address.value().assign(value);
+    Value &current = m_binding[index].address.value();
+    if (current.isEmpty()) {
+        // The first read: share the host's texts instead of copying them
+        // key by key. The payload stays the control's.
+        const QVariant payload = current.payload();
+        current = value;
+        current.setPayload(payload);
+        return !current.isEmpty();
+    }
+    return current.assign(value);
 }
 
 void BaseWidget::dispatchValueChanged(int index)
@@ -454,14 +470,18 @@ bool BaseWidget::requestDefault(int index)
     return sendRequest(3, index, {});
 }
 
+// Read at every paint and step: the keys are made once rather than
+// converted from Latin-1 at every call.
 QString BaseWidget::positionText(int index) const
 {
-    return addressAt(index).value().text(Key::ui_prm_val);
+    static const QString key = sharedKey(Key::ui_prm_val);
+    return addressAt(index).value().text(key);
 }
 
 QString BaseWidget::displayText(int index) const
 {
-    return addressAt(index).value().text(Key::ui_prm_str);
+    static const QString key = sharedKey(Key::ui_prm_str);
+    return addressAt(index).value().text(key);
 }
 
 double BaseWidget::position(int index) const

@@ -125,13 +125,21 @@ QColor BaseWidget::parseColor(const QString &text, const QColor &fallback)
 bool BaseWidget::readRect(const QDomElement &e)
 {
     // All four numbers or nothing: <Rect/> leaves the geometry as it is.
-    for (const char *name : {"x", "y", "width", "height"}) {
+    // Each is read once and clamped as parseRect() clamps it.
+    static const struct
+    {
+        QString name;
+        int low;
+    } fields[] = {{QStringLiteral("x"), -Saturating::maxPixels}, {QStringLiteral("y"), -Saturating::maxPixels},
+                  {QStringLiteral("width"), 0}, {QStringLiteral("height"), 0}};
+    int v[4];
+    for (int i = 0; i < 4; ++i) {
         bool ok = false;
-        e.attribute(QLatin1String(name)).toInt(&ok);
+        v[i] = qBound(fields[i].low, e.attribute(fields[i].name).toInt(&ok), Saturating::maxPixels);
         if (!ok)
             return false;
     }
-    const QRect r = parseRect(e);
+    const QRect r(v[0], v[1], v[2], v[3]);
     m_designPosition = r.topLeft();
     m_designSize = r.size();
     const float zoom = zoomFactor();

@@ -240,6 +240,20 @@ QWidget *buildDirect(const QVector<Slot> &places, bool qwt)
     return page;
 }
 
+// The same layout of bare QWidgets: what any widget costs, the floor
+// under every contender.
+QWidget *buildBare(const QVector<Slot> &places)
+{
+    auto *page = new QWidget;
+    page->resize(extentOf(places));
+    for (int i = 0; i < places.size(); ++i) {
+        auto *w = new QWidget(page);
+        w->setObjectName(QStringLiteral("c%1").arg(i));
+        w->setGeometry(places.at(i).rect);
+    }
+    return page;
+}
+
 // Sets the value a stock or Qwt control shows to \a v (0 to 1).
 void setAnchorValue(QWidget *w, double v)
 {
@@ -402,18 +416,29 @@ void buildStep(Environment &env, int n, int reps)
             time.add(qwt ? "qwt" : "stock", ns / 1e3 / n);
             delete page;
         }
+        {
+            const size_t before = heapInUse();
+            t.start();
+            QWidget *page = buildBare(places);
+            const qint64 ns = t.nsecsElapsed();
+            heap.add("bare", double(heapInUse() - before) / n);
+            time.add("bare", ns / 1e3 / n);
+            delete page;
+        }
     }
     row(QStringLiteral("build per control, N = %1").arg(n),
         QStringLiteral("%1 µs (%2 µs without DOM)").arg(fmt(time["library+dom"]), fmt(time["library"])),
-        QStringLiteral("QUiLoader %1, stock %2, Qwt %3").arg(fmt(time["uiloader"]), fmt(time["stock"]), fmt(time["qwt"])),
+        QStringLiteral("QUiLoader %1, stock %2, Qwt %3, bare QWidget %4")
+            .arg(fmt(time["uiloader"]), fmt(time["stock"]), fmt(time["qwt"]), fmt(time["bare"])),
         QStringLiteral("%1 / %2 / %3 (without DOM: %4 / %5 / %6)")
             .arg(fmt(ratio(time["library+dom"], time["uiloader"])), fmt(ratio(time["library+dom"], time["stock"])),
                  fmt(ratio(time["library+dom"], time["qwt"])), fmt(ratio(time["library"], time["uiloader"])),
                  fmt(ratio(time["library"], time["stock"])), fmt(ratio(time["library"], time["qwt"]))));
     row(QStringLiteral("heap per control, N = %1").arg(n),
         QStringLiteral("%1 KB (%2 KB with DOM)").arg(fmt(heap["library"] / 1024), fmt(heap["library+dom"] / 1024)),
-        QStringLiteral("QUiLoader %1, stock %2, Qwt %3")
-            .arg(fmt(heap["uiloader"] / 1024), fmt(heap["stock"] / 1024), fmt(heap["qwt"] / 1024)),
+        QStringLiteral("QUiLoader %1, stock %2, Qwt %3, bare QWidget %4")
+            .arg(fmt(heap["uiloader"] / 1024), fmt(heap["stock"] / 1024), fmt(heap["qwt"] / 1024),
+                 fmt(heap["bare"] / 1024)),
         QStringLiteral("%1 / %2 / %3")
             .arg(fmt(ratio(heap["library"], heap["uiloader"])), fmt(ratio(heap["library"], heap["stock"])),
                  fmt(ratio(heap["library"], heap["qwt"]))));

@@ -1,5 +1,7 @@
 #include <corvane/Value.h>
 
+#include "core/SharedKeys.h"
+
 #include <QtTest>
 
 class tst_Value : public QObject
@@ -16,6 +18,8 @@ private slots:
     void equality_data();
     void equality();
     void copiesAreIndependent();
+    void wellKnownKeysAreShared_data();
+    void wellKnownKeysAreShared();
 };
 
 void tst_Value::setReportsChange()
@@ -122,6 +126,41 @@ void tst_Value::copiesAreIndependent()
     b.set("k", "2");
     QCOMPARE(a.text("k"), QString("1"));
     QCOMPARE(b.text("k"), QString("2"));
+}
+
+void tst_Value::wellKnownKeysAreShared_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<bool>("known");
+    QTest::newRow("position") << "ui_prm_val" << true;
+    QTest::newRow("display text") << "ui_prm_str" << true;
+    QTest::newRow("minimum") << "prmMin" << true;
+    QTest::newRow("maximum") << "prmMax" << true;
+    QTest::newRow("value") << "prmValue" << true;
+    QTest::newRow("selector type, same size as value") << "AddrType" << true;
+    QTest::newRow("address") << "prmAddr" << true;
+    QTest::newRow("device") << "dev_uniq_id" << true;
+    QTest::newRow("same size and last letter") << "prmMxn" << false;
+    QTest::newRow("case differs") << "UI_PRM_VAL" << false;
+    QTest::newRow("unknown") << "colour" << false;
+    QTest::newRow("empty") << "" << false;
+}
+
+// Maps of many controls hold one copy of each well-known key between them;
+// any other key is handed back as it came.
+void tst_Value::wellKnownKeysAreShared()
+{
+    QFETCH(QString, key);
+    QFETCH(bool, known);
+    const QString first(key.constData(), key.size());
+    const QString second(key.constData(), key.size());
+    const QString &a = sharedKey(first);
+    const QString &b = sharedKey(second);
+    QCOMPARE(a, key);
+    QCOMPARE(b, key);
+    if (!key.isEmpty()) // empty texts share Qt's one empty text anyway
+        QCOMPARE(a.isSharedWith(b), known);
+    QCOMPARE(&a == &first, !known);
 }
 
 QTEST_APPLESS_MAIN(tst_Value)

@@ -55,6 +55,8 @@ private slots:
     void queryAnswersEveryDeviceOfTheModel();
     void optionListsAreReadWithTheValue_data();
     void optionListsAreReadWithTheValue();
+    void reloadedModelAnswersItsOwnTexts_data();
+    void reloadedModelAnswersItsOwnTexts();
 };
 
 void tst_ParameterDB::requests_data()
@@ -373,6 +375,37 @@ void tst_ParameterDB::optionListsAreReadWithTheValue()
         QVERIFY(db.request(at("d", "P"), 2, {{"ui_prm_step", "1"}, {"ui_prm_val", "0"}}));
         QCOMPARE(read(db, "P", "ui_prm_option"), options);
     }
+}
+
+void tst_ParameterDB::reloadedModelAnswersItsOwnTexts_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("after");
+    QTest::addColumn<QString>("key");
+    QTest::newRow("minimum") << "type=\"linear\" min=\"0\" max=\"1\"" << "type=\"linear\" min=\"-5\" max=\"1\""
+                             << "prmMin";
+    QTest::newRow("maximum") << "type=\"linear\" min=\"0\" max=\"1\"" << "type=\"linear\" min=\"0\" max=\"7\""
+                             << "prmMax";
+    QTest::newRow("type") << "type=\"linear\" min=\"0\" max=\"1\"" << "type=\"onoff\"" << "prmType";
+    QTest::newRow("options") << "type=\"options\" options=\"a|b\"" << "type=\"options\" options=\"a|b|c\""
+                             << "ui_prm_option";
+}
+
+void tst_ParameterDB::reloadedModelAnswersItsOwnTexts()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, after);
+    QFETCH(QString, key);
+    ParameterDatabase db;
+    QVERIFY(setUp(db, QStringLiteral("<Parameter address=\"P\" %1/>").arg(before)));
+    const QString first = read(db, "P", qPrintable(key));
+    // Read twice: the second answer must not differ from the first.
+    QCOMPARE(read(db, "P", qPrintable(key)), first);
+    QVERIFY(setUp(db, QStringLiteral("<Parameter address=\"P\" %1/>").arg(after)));
+    ParameterDatabase fresh;
+    QVERIFY(setUp(fresh, QStringLiteral("<Parameter address=\"P\" %1/>").arg(after)));
+    QCOMPARE(read(db, "P", qPrintable(key)), read(fresh, "P", qPrintable(key)));
+    QVERIFY(read(db, "P", qPrintable(key)) != first);
 }
 
 QTEST_GUILESS_MAIN(tst_ParameterDB)
