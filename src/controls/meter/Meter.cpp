@@ -42,6 +42,7 @@ bool Meter::readBuiltInBar(const QDomElement &e)
     if (on != m_builtInBar) {
         m_builtInBar = on;
         m_shownSize = QSize();
+        updateOpaque();
         update();
     }
     return true;
@@ -52,6 +53,7 @@ void Meter::setImage(const QString &name)
     if (!m_source.setName(name))
         return;
     m_shownSize = QSize();
+    updateOpaque();
     update();
 }
 
@@ -95,6 +97,48 @@ QPixmap Meter::fallbackImage(const QSize &size, qreal dpr) const
     return pixmap;
 }
 
+namespace {
+
+// The built-in bar dimmed, shared by every meter that shows the same bar.
+QPixmap trackImage(const QPixmap &bar)
+{
+    if (bar.isNull())
+        return QPixmap();
+    const QString key = QStringLiteral("corvane:meter-track:%1").arg(bar.cacheKey());
+    QPixmap pixmap;
+    if (QPixmapCache::find(key, &pixmap))
+        return pixmap;
+    QImage track(bar.size(), QImage::Format_ARGB32_Premultiplied);
+    track.setDevicePixelRatio(bar.devicePixelRatio());
+    track.fill(Qt::transparent);
+    QPainter p(&track);
+    p.setOpacity(trackOpacity);
+    p.drawPixmap(0, 0, bar);
+    p.end();
+    pixmap = QPixmap::fromImage(track);
+    QPixmapCache::insert(key, pixmap);
+    return pixmap;
+}
+
+bool fullyOpaque(const QPixmap &pixmap)
+{
+    if (pixmap.isNull())
+        return false;
+    if (!pixmap.hasAlphaChannel())
+        return true;
+    const QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            if (qAlpha(line[x]) != 255)
+                return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
 QPixmap Meter::meterImage() const
 {
     const qreal dpr = ImageSource::boundedPixelRatio(size(), devicePixelRatioF());
@@ -102,12 +146,31 @@ QPixmap Meter::meterImage() const
         m_shownSize = size();
         m_shown = ImageSource::render(imagePath(), size(), dpr);
         m_shownIsImage = !m_shown.isNull();
+        m_track = QPixmap();
         // A missing or unreadable image paints nothing unless the panel
         // asked for the built-in bar.
-        if (!m_shownIsImage && m_builtInBar && !size().isEmpty())
+        if (!m_shownIsImage && m_builtInBar && !size().isEmpty()) {
             m_shown = fallbackImage(size(), dpr);
+            m_track = trackImage(m_shown);
+        }
+        m_shownOpaque = fullyOpaque(m_shown);
     }
     return m_shown;
+}
+
+bool Meter::paintsEveryPixel() const
+{
+    // Before the image is made for this size nothing is known: not opaque.
+    return m_shownSize == size() && m_shownOpaque && !size().isEmpty() && litRect(m_level).contains(rect());
+}
+
+void Meter::updateOpaque()
+{
+    // Only while every pixel is painted: an unlit part shows what lies
+    // below, which Qt must then paint first.
+    const bool opaque = paintsEveryPixel();
+    if (testAttribute(Qt::WA_OpaquePaintEvent) != opaque)
+        setAttribute(Qt::WA_OpaquePaintEvent, opaque);
 }
 
 bool Meter::isImageLoaded() const
@@ -130,6 +193,7 @@ void Meter::setLevel(int pixels)
         return;
     const int old = m_level;
     m_level = qint16(pixels);
+    updateOpaque();
     updateBetween(old, pixels);
     emit levelChanged(pixels);
 }
@@ -179,6 +243,7 @@ void Meter::resizeEvent(QResizeEvent *event)
     BaseWidget::resizeEvent(event);
     // The level is kept in pixels; a zoom must not leave it at the old scale.
     setLevel(levelPixels(m_levelPosition));
+    updateOpaque();
 }
 
 void Meter::paintEvent(QPaintEvent *)
@@ -186,6 +251,8 @@ void Meter::paintEvent(QPaintEvent *)
     QPainter painter(this);
     paintMeter(painter);
     paintBase(painter);
+    // The image for this size is known now.
+    updateOpaque();
 }
 
 void Meter::paintMeter(QPainter &painter)
@@ -193,11 +260,15 @@ void Meter::paintMeter(QPainter &painter)
     const QPixmap image = meterImage();
     if (image.isNull())
         return;
-    if (!m_shownIsImage) {
-        painter.save();
-        painter.setOpacity(trackOpacity);
-        painter.drawPixmap(QPoint(0, 0), image);
-        painter.restore();
+    if (!m_track.isNull()) {
+        // The track does not show where an opaque bar is lit.
+        const int litRows = m_shownOpaque ? qMin(int(m_level), height()) : 0;
+        const QRect unlit = litFromTop() ? QRect(0, litRows, width(), height() - litRows)
+                                         : QRect(0, 0, width(), height() - litRows);
+        if (!unlit.isEmpty()) {
+            const qreal dpr = m_track.devicePixelRatio();
+            painter.drawPixmap(QRectF(unlit), m_track, QRectF(QPointF(unlit.topLeft()) * dpr, QSizeF(unlit.size()) * dpr));
+        }
     }
     if (m_level <= 0)
         return;
