@@ -23,6 +23,10 @@ constexpr qreal trackOpacity = 0.18;
 Meter::Meter(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
     : BaseWidget(hostCore, registry, parent)
 {
+    // Never WA_OpaquePaintEvent, not even while lit over the whole height
+    // with an opaque image: the unlit part shows the panel through, and
+    // switching the attribute with the level would make Qt gather the
+    // panel's opaque children anew at every such change.
 }
 
 Meter::~Meter() = default;
@@ -42,7 +46,6 @@ bool Meter::readBuiltInBar(const QDomElement &e)
     if (on != m_builtInBar) {
         m_builtInBar = on;
         m_shownSize = QSize();
-        updateOpaque();
         update();
     }
     return true;
@@ -53,7 +56,6 @@ void Meter::setImage(const QString &name)
     if (!m_source.setName(name))
         return;
     m_shownSize = QSize();
-    updateOpaque();
     update();
 }
 
@@ -153,24 +155,9 @@ QPixmap Meter::meterImage() const
             m_shown = fallbackImage(size(), dpr);
             m_track = trackImage(m_shown);
         }
-        m_shownOpaque = fullyOpaque(m_shown);
+        m_shownOpaque = !m_track.isNull() && fullyOpaque(m_shown);
     }
     return m_shown;
-}
-
-bool Meter::paintsEveryPixel() const
-{
-    // Before the image is made for this size nothing is known: not opaque.
-    return m_shownSize == size() && m_shownOpaque && !size().isEmpty() && litRect(m_level).contains(rect());
-}
-
-void Meter::updateOpaque()
-{
-    // Only while every pixel is painted: an unlit part shows what lies
-    // below, which Qt must then paint first.
-    const bool opaque = paintsEveryPixel();
-    if (testAttribute(Qt::WA_OpaquePaintEvent) != opaque)
-        setAttribute(Qt::WA_OpaquePaintEvent, opaque);
 }
 
 bool Meter::isImageLoaded() const
@@ -193,7 +180,6 @@ void Meter::setLevel(int pixels)
         return;
     const int old = m_level;
     m_level = qint16(pixels);
-    updateOpaque();
     updateBetween(old, pixels);
     emit levelChanged(pixels);
 }
@@ -243,7 +229,6 @@ void Meter::resizeEvent(QResizeEvent *event)
     BaseWidget::resizeEvent(event);
     // The level is kept in pixels; a zoom must not leave it at the old scale.
     setLevel(levelPixels(m_levelPosition));
-    updateOpaque();
 }
 
 void Meter::paintEvent(QPaintEvent *)
@@ -251,8 +236,6 @@ void Meter::paintEvent(QPaintEvent *)
     QPainter painter(this);
     paintMeter(painter);
     paintBase(painter);
-    // The image for this size is known now.
-    updateOpaque();
 }
 
 void Meter::paintMeter(QPainter &painter)

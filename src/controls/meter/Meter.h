@@ -79,8 +79,6 @@ protected:
     void readLevel();
     //! Repaints the rows that differ between two lit heights.
     void updateBetween(int fromPixels, int toPixels);
-    //! Whether a paint covers every pixel: the image is fully opaque and lit over the whole meter.
-    bool paintsEveryPixel() const;
 
     void ownValueChanged(int index) override;
     //! A meter paints only what its level reads; unchanged values paint nothing.
@@ -94,8 +92,6 @@ protected:
 
 private:
     QPixmap fallbackImage(const QSize &size, qreal dpr) const;
-    //! Declares the meter opaque to Qt exactly while it paints every pixel.
-    void updateOpaque();
 
     ImageSource m_source;
     qint16 m_level = 0;
@@ -104,7 +100,7 @@ private:
     mutable QPixmap m_track;
     mutable QSize m_shownSize;
     mutable bool m_shownIsImage = false;
-    //! Whether every pixel of m_shown is fully opaque.
+    //! Whether the built-in bar is fully opaque: then the track need not be drawn under its lit part.
     mutable bool m_shownOpaque = false;
     bool m_builtInBar = false;
 };
