@@ -283,14 +283,15 @@ void showExposed(QWidget *page)
     QApplication::processEvents();
 }
 
-// Counts the paint events of every widget, to tell a frame that painted
-// from one that did nothing.
+// Counts the paint events of the controls, to tell a frame that painted
+// from one that did nothing. The window's own background paints are left
+// out: they say nothing about whether a control changed visibly.
 class PaintCount : public QObject
 {
 public:
-    bool eventFilter(QObject *, QEvent *e) override
+    bool eventFilter(QObject *o, QEvent *e) override
     {
-        if (e->type() == QEvent::Paint)
+        if (e->type() == QEvent::Paint && o->isWidgetType() && !static_cast<QWidget *>(o)->isWindow())
             ++paints;
         return false;
     }
@@ -469,9 +470,14 @@ void meterStep(Environment &env, int reps, bool shown)
             showExposed(page);
     }
     QImage image(library->size(), QImage::Format_ARGB32_Premultiplied);
+    // Every meter moves by 30 % or 60 % of its height each frame. Smaller
+    // steps would not be fair: QProgressBar repaints only once its value
+    // has moved by more than a chunk (9 pixels) since the last paint, so it
+    // would skip most frames that the other meters paint.
+    static const double levels[3] = {0.2, 0.5, 0.8};
     auto frame = [&](QWidget *page, const std::function<void(int, double)> &set, int k) {
         for (int i = 0; i < count; ++i)
-            set(i, ((i + k) % 40) / 40.0);
+            set(i, levels[(i + k) % 3]);
         if (shown)
             QApplication::processEvents();
         else
@@ -480,35 +486,63 @@ void meterStep(Environment &env, int reps, bool shown)
     const QList<QWidget *> meters = library->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     const QList<QWidget *> barWidgets = bars->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     const QList<QWidget *> thermoWidgets = thermos->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+    // All start dark, as the library's meters do, so that every meter
+    // changes in the first frame too.
+    for (int i = 0; i < count; ++i) {
+        setAnchorValue(barWidgets.at(i), 0);
+        setAnchorValue(thermoWidgets.at(i), 0);
+    }
+    QApplication::processEvents();
     Best time;
+    // Paint events of the meters on a shown window, per meter and frame:
+    // 1 when every meter painted in every frame.
+    PaintCount painted;
+    if (shown)
+        qApp->installEventFilter(&painted);
+    auto paintsPerMeter = [&](const char *name) {
+        time.add(name, double(painted.paints) / frames / count);
+        painted.paints = 0;
+    };
     int k = 0;
     for (int r = 0; r < reps; ++r) {
         QElapsedTimer t;
+        painted.paints = 0;
         t.start();
         for (int f = 0; f < frames; ++f, ++k)
             frame(library, [&](int i, double v) {
                 env.database->store(addressOf(places.at(i)), {{QStringLiteral("ui_prm_val"), QString::number(v)}});
             }, k);
         time.add("library", t.nsecsElapsed() / 1e3 / frames / count);
+        paintsPerMeter("libraryPaints");
         // The painting alone: the lit height set directly, no host between.
         t.start();
         for (int f = 0; f < frames; ++f, ++k)
             frame(library, [&](int i, double v) { meters.at(i)->setProperty("level", int(60 * v + 0.5)); }, k);
         time.add("paintOnly", t.nsecsElapsed() / 1e3 / frames / count);
+        paintsPerMeter("paintOnlyPaints");
         t.start();
         for (int f = 0; f < frames; ++f, ++k)
             frame(bars.get(), [&](int i, double v) { setAnchorValue(barWidgets.at(i), v); }, k);
         time.add("bars", t.nsecsElapsed() / 1e3 / frames / count);
+        paintsPerMeter("barsPaints");
         t.start();
         for (int f = 0; f < frames; ++f, ++k)
             frame(thermos.get(), [&](int i, double v) { setAnchorValue(thermoWidgets.at(i), v); }, k);
         time.add("thermos", t.nsecsElapsed() / 1e3 / frames / count);
+        paintsPerMeter("thermosPaints");
     }
+    if (shown)
+        qApp->removeEventFilter(&painted);
     const int lit = library->findChildren<QWidget *>().first()->property("level").toInt();
     row(shown ? QStringLiteral("512 meters on a shown window, per meter and frame")
               : QStringLiteral("512 meters updated and rendered into one image, per meter"),
         QStringLiteral("%1 µs (%2 µs with the level set directly)").arg(fmt(time["library"]), fmt(time["paintOnly"])),
-        QStringLiteral("QProgressBar %1, QwtThermo %2").arg(fmt(time["bars"]), fmt(time["thermos"])),
+        QStringLiteral("QProgressBar %1, QwtThermo %2%3")
+            .arg(fmt(time["bars"]), fmt(time["thermos"]),
+                 shown ? QStringLiteral(" (paint events per meter and frame: library %1 and %2, QProgressBar %3, QwtThermo %4)")
+                             .arg(fmt(time["libraryPaints"]), fmt(time["paintOnlyPaints"]), fmt(time["barsPaints"]),
+                                  fmt(time["thermosPaints"]))
+                       : QString()),
         QStringLiteral("%1 / %2 (level set directly: %3 / %4)%5")
             .arg(fmt(ratio(time["library"], time["bars"])), fmt(ratio(time["library"], time["thermos"])),
                  fmt(ratio(time["paintOnly"], time["bars"])), fmt(ratio(time["paintOnly"], time["thermos"])),
@@ -619,10 +653,21 @@ void hostStep(Environment &env, int n, int reps, Best *deliveries, Best *paints)
     showExposed(stock.get());
     PaintCount count;
     qApp->installEventFilter(&count);
-    // Every visit moves a control to the other of two values, so every
-    // change is one, in every repetition.
+    // Every visit moves a control between the ends of its range, so every
+    // change is one, in every repetition. Nothing less would do: a
+    // QProgressBar 20 pixels high repaints only at an end of its range or
+    // after moving by more than half of it since it last painted.
     QVector<int> libraryVisits(n), qwtVisits(n), stockVisits(n);
-    auto flip = [](QVector<int> &visits, int i) { return ++visits[i] % 2 ? 0.25 : 0.75; };
+    auto flip = [](QVector<int> &visits, int i) { return ++visits[i] % 2 ? 1.0 : 0.0; };
+    // Every control starts at 0, so that the first visit changes it too.
+    for (int i = 0; i < n; ++i) {
+        env.database->store(addressOf(places.at(i)), {{QStringLiteral("ui_prm_val"), QStringLiteral("0")},
+                                                      {QStringLiteral("ui_prm_str"), QStringLiteral("-60")}});
+        setAnchorValue(qwtWidgets.at(i), 0);
+        setAnchorValue(stockWidgets.at(i), 0);
+    }
+    QApplication::processEvents();
+    count.paints = 0;
     int k = 0;
     for (int r = 0; r < reps; ++r) {
         QElapsedTimer t;

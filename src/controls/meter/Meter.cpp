@@ -23,6 +23,10 @@ constexpr qreal trackOpacity = 0.18;
 Meter::Meter(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
     : BaseWidget(hostCore, registry, parent)
 {
+    // Never WA_OpaquePaintEvent, not even while lit over the whole height
+    // with an opaque image: the unlit part shows the panel through, and
+    // switching the attribute with the level would make Qt gather the
+    // panel's opaque children anew at every such change.
 }
 
 Meter::~Meter() = default;
@@ -95,6 +99,48 @@ QPixmap Meter::fallbackImage(const QSize &size, qreal dpr) const
     return pixmap;
 }
 
+namespace {
+
+// The built-in bar dimmed, shared by every meter that shows the same bar.
+QPixmap trackImage(const QPixmap &bar)
+{
+    if (bar.isNull())
+        return QPixmap();
+    const QString key = QStringLiteral("corvane:meter-track:%1").arg(bar.cacheKey());
+    QPixmap pixmap;
+    if (QPixmapCache::find(key, &pixmap))
+        return pixmap;
+    QImage track(bar.size(), QImage::Format_ARGB32_Premultiplied);
+    track.setDevicePixelRatio(bar.devicePixelRatio());
+    track.fill(Qt::transparent);
+    QPainter p(&track);
+    p.setOpacity(trackOpacity);
+    p.drawPixmap(0, 0, bar);
+    p.end();
+    pixmap = QPixmap::fromImage(track);
+    QPixmapCache::insert(key, pixmap);
+    return pixmap;
+}
+
+bool fullyOpaque(const QPixmap &pixmap)
+{
+    if (pixmap.isNull())
+        return false;
+    if (!pixmap.hasAlphaChannel())
+        return true;
+    const QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            if (qAlpha(line[x]) != 255)
+                return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
 QPixmap Meter::meterImage() const
 {
     const qreal dpr = ImageSource::boundedPixelRatio(size(), devicePixelRatioF());
@@ -102,10 +148,14 @@ QPixmap Meter::meterImage() const
         m_shownSize = size();
         m_shown = ImageSource::render(imagePath(), size(), dpr);
         m_shownIsImage = !m_shown.isNull();
+        m_track = QPixmap();
         // A missing or unreadable image paints nothing unless the panel
         // asked for the built-in bar.
-        if (!m_shownIsImage && m_builtInBar && !size().isEmpty())
+        if (!m_shownIsImage && m_builtInBar && !size().isEmpty()) {
             m_shown = fallbackImage(size(), dpr);
+            m_track = trackImage(m_shown);
+        }
+        m_shownOpaque = !m_track.isNull() && fullyOpaque(m_shown);
     }
     return m_shown;
 }
@@ -193,11 +243,15 @@ void Meter::paintMeter(QPainter &painter)
     const QPixmap image = meterImage();
     if (image.isNull())
         return;
-    if (!m_shownIsImage) {
-        painter.save();
-        painter.setOpacity(trackOpacity);
-        painter.drawPixmap(QPoint(0, 0), image);
-        painter.restore();
+    if (!m_track.isNull()) {
+        // The track does not show where an opaque bar is lit.
+        const int litRows = m_shownOpaque ? qMin(int(m_level), height()) : 0;
+        const QRect unlit = litFromTop() ? QRect(0, litRows, width(), height() - litRows)
+                                         : QRect(0, 0, width(), height() - litRows);
+        if (!unlit.isEmpty()) {
+            const qreal dpr = m_track.devicePixelRatio();
+            painter.drawPixmap(QRectF(unlit), m_track, QRectF(QPointF(unlit.topLeft()) * dpr, QSizeF(unlit.size()) * dpr));
+        }
     }
     if (m_level <= 0)
         return;

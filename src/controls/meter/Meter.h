@@ -96,8 +96,12 @@ private:
     ImageSource m_source;
     qint16 m_level = 0;
     mutable QPixmap m_shown;
+    //! The built-in bar's dimmed track, made once per size.
+    mutable QPixmap m_track;
     mutable QSize m_shownSize;
     mutable bool m_shownIsImage = false;
+    //! Whether the built-in bar is fully opaque: then the track need not be drawn under its lit part.
+    mutable bool m_shownOpaque = false;
     bool m_builtInBar = false;
 };
 

@@ -13,6 +13,8 @@
 PairDeviceList::PairDeviceList(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
     : BaseWidget(hostCore, registry, parent)
 {
+    // The background covers every pixel while it is fully opaque.
+    setAttribute(Qt::WA_OpaquePaintEvent, m_backgroundColor.alpha() == 255);
 }
 
 const TagTable &PairDeviceList::tags()
@@ -120,7 +122,11 @@ bool PairDeviceList::assignColor(QColor &member, const QColor &color)
 }
 
 void PairDeviceList::setTextColor(const QColor &color) { assignColor(m_textColor, color); }
-void PairDeviceList::setBackgroundColor(const QColor &color) { assignColor(m_backgroundColor, color); }
+void PairDeviceList::setBackgroundColor(const QColor &color)
+{
+    if (assignColor(m_backgroundColor, color))
+        setAttribute(Qt::WA_OpaquePaintEvent, color.alpha() == 255);
+}
 void PairDeviceList::setSelectedColor(const QColor &color) { assignColor(m_selectedColor, color); }
 
 void PairDeviceList::mousePressEvent(QMouseEvent *event)

@@ -98,6 +98,8 @@ void GraphScale::setBackgroundColor(const QColor &color)
     if (m_backgroundColor == color)
         return;
     m_backgroundColor = color;
+    // A fully opaque background covers every pixel: Qt need not paint what lies below.
+    setAttribute(Qt::WA_OpaquePaintEvent, color.alpha() == 255);
     update();
 }
 

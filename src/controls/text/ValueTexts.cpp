@@ -35,6 +35,8 @@ void AbstractValueText::setBackgroundColor(const QColor &color)
     if (m_backgroundColor == color)
         return;
     m_backgroundColor = color;
+    // A fully opaque background covers every pixel: Qt need not paint what lies below.
+    setAttribute(Qt::WA_OpaquePaintEvent, color.alpha() == 255);
     update();
 }
 
@@ -256,6 +258,12 @@ void ParameterText::resizeEvent(QResizeEvent *event)
 Text::Text(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
     : BaseWidget(hostCore, registry, parent)
 {
+}
+
+void Text::setBackgroundColor(const QColor &color)
+{
+    if (updateMember(m_backgroundColor, color))
+        setAttribute(Qt::WA_OpaquePaintEvent, color.alpha() == 255);
 }
 
 const TagTable &Text::tags()

@@ -184,7 +184,8 @@ public:
     QColor textColor() const { return m_textColor; }
     void setTextColor(const QColor &color);
     QColor backgroundColor() const { return m_backgroundColor; }
-    void setBackgroundColor(const QColor &color) { updateMember(m_backgroundColor, color); }
+    //! An opaque colour makes the text opaque to Qt: it paints every pixel.
+    void setBackgroundColor(const QColor &color);
     virtual QString shownText() const;
 
     //! The alignment words of a text, over left and vertically centred.

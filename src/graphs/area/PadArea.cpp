@@ -15,6 +15,8 @@ const QColor PadArea::defaultBackgroundColor(30, 30, 30, 255);
 PadArea::PadArea(IHostCore *hostCore, ParameterManagementRegistry *registry, QWidget *parent)
     : BaseWidget(hostCore, registry, parent)
 {
+    // The background covers every pixel while it is fully opaque.
+    setAttribute(Qt::WA_OpaquePaintEvent, m_backgroundColor.alpha() == 255);
 }
 
 const TagTable &PadArea::tags()
@@ -33,7 +35,8 @@ void PadArea::setHandleColor(const QColor &color)
 
 void PadArea::setBackgroundColor(const QColor &color)
 {
-    updateMember(m_backgroundColor, color);
+    if (updateMember(m_backgroundColor, color))
+        setAttribute(Qt::WA_OpaquePaintEvent, color.alpha() == 255);
 }
 
 bool PadArea::readHandleColor(const QDomElement &e)

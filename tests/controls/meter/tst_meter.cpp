@@ -26,6 +26,12 @@ const char twoBands[] =
     "<rect x=\"0\" y=\"0\" width=\"10\" height=\"50\" fill=\"#0000ff\"/>"
     "<rect x=\"0\" y=\"50\" width=\"10\" height=\"50\" fill=\"#ff0000\"/></svg>";
 
+// The same bands, the upper one half transparent.
+const char halfClear[] =
+    "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"10\" height=\"100\" viewBox=\"0 0 10 100\">"
+    "<rect x=\"0\" y=\"0\" width=\"10\" height=\"50\" fill=\"#0000ff\" fill-opacity=\"0.5\"/>"
+    "<rect x=\"0\" y=\"50\" width=\"10\" height=\"50\" fill=\"#ff0000\"/></svg>";
+
 class ProbeMeter : public Meter
 {
 public:
@@ -140,6 +146,12 @@ private slots:
     void missingImagePaintsNothing_data();
     void missingImagePaintsNothing();
     void repaintsOnlyChanges();
+    void dirtyRows_data();
+    void dirtyRows();
+    void neverOpaque_data();
+    void neverOpaque();
+    void trackOnlyWhereUnlit_data();
+    void trackOnlyWhereUnlit();
     void zoomRescales();
     void imagePath_data();
     void imagePath();
@@ -158,6 +170,7 @@ void tst_Meter::initTestCase()
     QVERIFY(images.isValid());
     writeImage(QStringLiteral("bands.svg"), twoBands);
     writeImage(QStringLiteral("broken.svg"), "<svg this is not");
+    writeImage(QStringLiteral("halfclear.svg"), halfClear);
 }
 
 void tst_Meter::levelPixels_data()
@@ -481,6 +494,115 @@ void tst_Meter::repaintsOnlyChanges()
     QCoreApplication::processEvents();
     QCOMPARE(painted.regions.size(), 0);
     QCOMPARE(m->peak(), 10);
+}
+
+void tst_Meter::dirtyRows_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("to");
+    QTest::addColumn<QRect>("rows");
+
+    QTest::newRow("rising") << "Meter" << "0.25" << "0.5" << QRect(0, 20, 10, 10);
+    QTest::newRow("falling") << "Meter" << "0.75" << "0.25" << QRect(0, 10, 10, 20);
+    QTest::newRow("to nothing") << "Meter" << "0.5" << "0" << QRect(0, 20, 10, 20);
+    QTest::newRow("full from nothing") << "Meter" << "0" << "1" << QRect(0, 0, 10, 40);
+    QTest::newRow("from the top, rising") << "GRMeter" << "0.25" << "0.5" << QRect(0, 10, 10, 10);
+    QTest::newRow("from the top, falling") << "GRMeter" << "1" << "0.75" << QRect(0, 30, 10, 10);
+}
+
+void tst_Meter::dirtyRows()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, from);
+    QFETCH(QString, to);
+    QFETCH(QRect, rows);
+
+    // In a shown window, so that updates reach the backing store as on a panel.
+    Meter *m = meter(type, 40, QStringLiteral("<Image>bands.svg</Image>"));
+    set(m, levelAddr, from);
+    QVERIFY(QTest::qWaitForWindowExposed(host.window.get()));
+    QCoreApplication::processEvents();
+    PaintRecorder painted(m);
+    set(m, levelAddr, to);
+    QCoreApplication::processEvents();
+    // One rectangle, exactly the rows whose lit state changed.
+    QCOMPARE(painted.regions.size(), 1);
+    QCOMPARE(painted.regions.at(0).rectCount(), 1);
+    QCOMPARE(painted.regions.at(0), QRegion(rows));
+}
+
+void tst_Meter::neverOpaque_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("extra");
+    QTest::addColumn<QString>("val");
+    QTest::addColumn<bool>("covers");
+
+    const QString bands = QStringLiteral("<Image>bands.svg</Image>");
+    const QString clear = QStringLiteral("<Image>halfclear.svg</Image>");
+    QTest::newRow("opaque image, full") << "Meter" << bands << "1" << true;
+    QTest::newRow("opaque image, three quarters") << "Meter" << bands << "0.75" << false;
+    QTest::newRow("translucent image, full") << "Meter" << clear << "1" << false;
+    QTest::newRow("built-in bar, full") << "Meter" << QString() << "1" << true;
+    QTest::newRow("built-in bar, half") << "Meter" << QString() << "0.5" << false;
+    QTest::newRow("from the top, full") << "GRMeter" << QString() << "1" << true;
+    QTest::newRow("lamp lit") << "IndicatorStyleMeter" << bands << "0.01" << true;
+    QTest::newRow("lamp dark") << "IndicatorStyleMeter" << bands << "0" << false;
+}
+
+void tst_Meter::neverOpaque()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, extra);
+    QFETCH(QString, val);
+    QFETCH(bool, covers);
+
+    // A meter lit over its whole height covers every pixel, but only until
+    // the level drops: it never tells Qt it is opaque, so that the panel
+    // below is painted into unlit rows and the attribute does not change
+    // with every level.
+    Meter *m = meter(type, 40, extra);
+    set(m, levelAddr, val, QStringLiteral("0"));
+    const QImage shown = render(m, alone);
+    bool everyPixel = true;
+    for (int y = 0; y < shown.height() && everyPixel; ++y) {
+        for (int x = 0; x < shown.width() && everyPixel; ++x)
+            everyPixel = shown.pixelColor(x, y).alpha() == 255;
+    }
+    QCOMPARE(everyPixel, covers);
+    QVERIFY(!m->testAttribute(Qt::WA_OpaquePaintEvent));
+}
+
+void tst_Meter::trackOnlyWhereUnlit_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<int>("litRow");
+    QTest::addColumn<int>("unlitRow");
+
+    QTest::newRow("from the bottom") << "Meter" << 30 << 10;
+    QTest::newRow("from the top") << "GRMeter" << 10 << 30;
+}
+
+void tst_Meter::trackOnlyWhereUnlit()
+{
+    QFETCH(QString, type);
+    QFETCH(int, litRow);
+    QFETCH(int, unlitRow);
+
+    // The bar fully lit gives the colours a lit row must show.
+    Meter *m = meter(type, 40);
+    set(m, levelAddr, QStringLiteral("1"));
+    const QImage full = render(m, alone);
+    set(m, levelAddr, QStringLiteral("0"));
+    const QImage dark = render(m, alone);
+    set(m, levelAddr, QStringLiteral("0.5"));
+    const QImage half = render(m, alone);
+    for (int x = 0; x < half.width(); ++x) {
+        QCOMPARE(half.pixel(x, litRow), full.pixel(x, litRow));
+        QCOMPARE(half.pixel(x, unlitRow), dark.pixel(x, unlitRow));
+    }
+    QVERIFY(dark.pixelColor(5, unlitRow).alpha() < 100);
 }
 
 void tst_Meter::zoomRescales()
