@@ -77,6 +77,10 @@ def run(panelview, panel):
         # The accessibility bus puts its socket under XDG_RUNTIME_DIR, named
         # after the display: a directory per run keeps runs apart.
         env = dict(os.environ, XDG_RUNTIME_DIR=workdir)
+        # Not the desktop's: the launcher leaves the root window alone under
+        # Wayland, and the reader's library would go to the desktop's bus.
+        for name in ("WAYLAND_DISPLAY", "AT_SPI_BUS_ADDRESS"):
+            env.pop(name, None)
         xvfb, display = start_x_server(workdir)
         if xvfb is None:
             print("FAIL: Xvfb did not start")
