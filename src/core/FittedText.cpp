@@ -1,5 +1,6 @@
 #include "FittedText.h"
 
+#include <QCache>
 #include <QFontMetrics>
 #include <QPainter>
 #include <QRegularExpression>
@@ -11,17 +12,28 @@ Fit fit(const QFont &font, int width, const QString &text, Mode mode)
     Fit result{font, text};
     if (width <= 0 || QFontMetrics(font).horizontalAdvance(text) <= width)
         return result;
+    // A text that does not fit is fitted again at every paint, each try
+    // measuring with another font: keep recent answers. Painting happens in
+    // the GUI thread only.
+    static QCache<QString, Fit> recent(256);
+    const QString key = font.key() + QLatin1Char('\n') + QString::number(width) + QLatin1Char('\n')
+        + QString::number(int(mode)) + QLatin1Char('\n') + text;
+    if (const Fit *known = recent.object(key))
+        return *known;
     if (mode == Shrink && font.pointSizeF() > 0) {
         const qreal full = font.pointSizeF();
         const qreal smallest = full * minimumScale;
         for (qreal size = full - 0.5; size >= smallest; size -= 0.5) {
             result.font.setPointSizeF(size);
-            if (QFontMetrics(result.font).horizontalAdvance(text) <= width)
+            if (QFontMetrics(result.font).horizontalAdvance(text) <= width) {
+                recent.insert(key, new Fit(result));
                 return result;
+            }
         }
         result.font.setPointSizeF(smallest);
     }
     result.text = QFontMetrics(result.font).elidedText(text, Qt::ElideRight, width);
+    recent.insert(key, new Fit(result));
     return result;
 }
 

@@ -64,6 +64,28 @@ private slots:
         }
     }
 
+    // The same text asked again with another width, mode or font gets its own answer.
+    void repeatedFits()
+    {
+        const QString text = QStringLiteral("10.00 ms / 3.43 m / 151 smp");
+        QFont font;
+        font.setPointSizeF(9);
+        QFont large = font;
+        large.setPointSizeF(12);
+        for (int round = 0; round < 2; ++round) {
+            const FittedText::Fit wide = FittedText::fit(font, 90, text, FittedText::Shrink);
+            const FittedText::Fit narrow = FittedText::fit(font, 40, text, FittedText::Shrink);
+            const FittedText::Fit elided = FittedText::fit(font, 90, text, FittedText::Elide);
+            const FittedText::Fit big = FittedText::fit(large, 90, text, FittedText::Shrink);
+            QVERIFY(QFontMetrics(narrow.font).horizontalAdvance(narrow.text) <= 40);
+            QVERIFY(narrow.text != wide.text || narrow.font != wide.font);
+            QCOMPARE(elided.font, font);
+            QVERIFY(elided.text.endsWith(QChar(0x2026)));
+            QVERIFY(big.font.pointSizeF() >= 12 * FittedText::minimumScale - 0.01);
+            QVERIFY(big.font.pointSizeF() > wide.font.pointSizeF() || big.text != wide.text);
+        }
+    }
+
     // Long texts in small boxes at every zoom leave no ink cut at the edges.
     void noGlyphCut_data()
     {
