@@ -38,9 +38,11 @@ protected:
 private:
     void reshape(const QRect &area);
     void updateMask();
+    void updateMasksAbove();
 
     bool m_reshaping = false;
     bool m_spread = true;
+    bool m_maskPending = false;
 };
 
 #endif
