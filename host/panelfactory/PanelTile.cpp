@@ -131,7 +131,7 @@ bool PanelTile::eventFilter(QObject *watched, QEvent *event)
                 reshape(rect() | w->geometry());
                 updateMask();
                 updateMasksAbove();
-            } else if (mask().isEmpty() == false && !m_maskPending) {
+            } else if (!m_maskPending && !mask().isEmpty()) {
                 // Controls that move inside the tile change its mask; a
                 // page shown for the first time moves them all.
                 m_maskPending = true;
