@@ -1,5 +1,6 @@
 #include "PanelFactory.h"
 #include "HostData.h"
+#include "PanelTile.h"
 
 #include <core/Saturating.h>
 #include <corvane/IHostCore.h>
@@ -15,6 +16,7 @@
 #include <QGuiApplication>
 #include <QPalette>
 #include <QPluginLoader>
+#include <QVector>
 #include <QWidget>
 
 namespace {
@@ -125,6 +127,14 @@ QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IH
     if (width > 0 && height > 0)
         page->resize(Saturating::pixels(width, zoom), Saturating::pixels(height, zoom));
 
+    int controls = 0;
+    for (QDomElement e = panel.firstChildElement(QStringLiteral("Widget")); !e.isNull() && controls <= tiledAbove;
+         e = e.nextSiblingElement(QStringLiteral("Widget")))
+        ++controls;
+    const bool tiled = controls > tiledAbove;
+    QVector<PanelTile *> tiles;
+    int inTile = 0;
+
     int count = 0;
     for (QDomElement e = panel.firstChildElement(QStringLiteral("Widget")); !e.isNull();
          e = e.nextSiblingElement(QStringLiteral("Widget"))) {
@@ -137,7 +147,9 @@ QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IH
         }
         const QString type = e.attribute(QStringLiteral("type"));
         const QString name = e.attribute(QStringLiteral("name"));
-        IWidgetCore *core = widgets->create(type, page, hostCore, registry);
+        if (tiled && inTile++ % tileSize == 0)
+            tiles.append(new PanelTile(page));
+        IWidgetCore *core = widgets->create(type, tiled ? tiles.last() : page, hostCore, registry);
         QWidget *w = core ? widgetOf(core) : nullptr;
         if (!w) {
             m_problems.append(QStringLiteral("line %1: no widget type \"%2\"").arg(e.lineNumber()).arg(type));
@@ -157,6 +169,8 @@ QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IH
         if (!(w->testAttribute(Qt::WA_WState_ExplicitShowHide) && w->isHidden()))
             w->setVisible(true);
     }
+    for (PanelTile *tile : qAsConst(tiles))
+        tile->fit();
     return page;
 }
 

@@ -55,6 +55,10 @@ public:
     */
     static constexpr int maxControlsPerPage = 10000;
 
+    //! Pages of more controls than this hold them in PanelTile groups of tileSize.
+    static constexpr int tiledAbove = 256;
+    static constexpr int tileSize = 64;
+
 private:
     IWidgetFactory *factory();
 

@@ -128,8 +128,27 @@ void PanelHost::setZoom(float zoom)
     if (m_panel && m_designSize.isValid() && !m_designSize.isEmpty())
         m_panel->setFixedSize(Saturating::pixels(m_designSize.width(), zoom),
                               Saturating::pixels(m_designSize.height(), zoom));
+    // Every control moves: the panel factory's tiles cover the page
+    // meanwhile, so that none has to grow, and then fit the controls again.
+    const QList<QWidget *> tiles = this->tiles();
+    for (QWidget *tile : tiles)
+        QMetaObject::invokeMethod(tile, "spread");
     for (IWidgetCore *core : controls())
         core->setZoom(zoom);
+    for (QWidget *tile : tiles)
+        QMetaObject::invokeMethod(tile, "fit");
+}
+
+QList<QWidget *> PanelHost::tiles() const
+{
+    QList<QWidget *> out;
+    if (!m_panel)
+        return out;
+    for (QWidget *w : m_panel->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (w->property(panelTileProperty).toBool())
+            out.append(w);
+    }
+    return out;
 }
 
 QList<IWidgetCore *> PanelHost::controls() const

@@ -56,6 +56,8 @@ public:
 
     //! Every live control of the panel, pages included, in creation order.
     QList<IWidgetCore *> controls() const;
+    //! The panel factory's tiles on the page (see panelTileProperty), in order.
+    QList<QWidget *> tiles() const;
     //! The first control named \a name, or null.
     IWidgetCore *control(const QString &name) const;
     static QString nameOf(IWidgetCore *core);

@@ -5,6 +5,7 @@
 #include "ParameterDatabase.h"
 #include "ScriptSyntax.h"
 
+#include <corvane/IPanelFactory.h>
 #include <corvane/IWidgetCore.h>
 
 #include <QApplication>
@@ -467,7 +468,11 @@ bool ScriptRunner::menu(const QStringList &tokens, bool choose, QString *message
 QString ScriptRunner::dump(IWidgetCore *core) const
 {
     QWidget *w = widgetOf(core);
-    const QRect g = w->geometry();
+    // Where the control is on its page, also when it sits in a tile.
+    QRect g = w->geometry();
+    const QWidget *parent = w->parentWidget();
+    if (parent && parent->property(panelTileProperty).toBool())
+        g.translate(parent->pos());
     QStringList addresses;
     for (int i = 0; i < core->addressCount(); ++i) {
         Json::Object a;

@@ -32,6 +32,17 @@ public:
                                        ParameterManagementRegistry *registry, const QVariantMap &context) = 0;
 };
 
+/*!
+    The dynamic property, set to true, of a tile: a plain widget that paints
+    nothing, into which a host may group the consecutive controls of a large
+    page. Qt repaints a changed control by visiting its siblings, so a page
+    of thousands of controls repaints much faster when they sit in tiles of
+    a few dozen. Tiles are direct children of the page. A control inside one
+    places itself in page coordinates and takes the page, not the tile, as
+    its panel; the host keeps each tile around its controls.
+*/
+constexpr char panelTileProperty[] = "corvaneTile";
+
 #define IPanelFactory_iid "com.tessaro.skd.MainApplication.IPanelFactory/0.0"
 Q_DECLARE_INTERFACE(IPanelFactory, IPanelFactory_iid)
 

@@ -1,5 +1,6 @@
 #include "BaseWidget.h"
 
+#include "PanelTiles.h"
 #include "Saturating.h"
 #include "SharedKeys.h"
 #include "accessibility/AccessibleControl.h"
@@ -80,7 +81,7 @@ bool BaseWidget::setZoom(float zoom)
 {
     if (zoom <= 0.0f)
         return false;
-    setGeometry(QRect(scaledPosition(m_designPosition, zoom), scaledSize(m_designSize, zoom)));
+    setGeometry(PanelTiles::fromPage(this, QRect(scaledPosition(m_designPosition, zoom), scaledSize(m_designSize, zoom))));
     applyFont(zoom);
     return true;
 }

@@ -1,4 +1,5 @@
 #include "core/FittedText.h"
+#include "core/PanelTiles.h"
 #include "data/ParameterKeys.h"
 #include "DisablePanelContainer.h"
 
@@ -13,6 +14,10 @@ DisablePanelContainer::DisablePanelContainer(IHostCore *hostCore, ParameterManag
     : ParameterText(hostCore, registry, parent)
 {
     setFocusPolicy(Qt::NoFocus);
+    // The veil lies over everything beneath it on the page, in every tile,
+    // so it lives on the page itself.
+    if (PanelTiles::isTile(parent))
+        setParent(PanelTiles::pageOf(this));
 }
 
 DisablePanelContainer::~DisablePanelContainer()

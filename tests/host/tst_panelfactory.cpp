@@ -1,4 +1,7 @@
 #include "PanelFactory.h"
+#include "PanelHost.h"
+#include "ParameterDatabase.h"
+#include "ScriptRunner.h"
 
 #include <corvane/IWidgetCore.h>
 #include <corvane/ParameterManagement.h>
@@ -14,6 +17,75 @@
     The host's panel factory with the real widget plug-in from the
     application directory.
 */
+
+namespace {
+
+// The controls of a page in the order the factory made them, tiles or not.
+QList<QWidget *> controlsOf(QWidget *page)
+{
+    QList<QWidget *> out;
+    for (QWidget *w : page->findChildren<QWidget *>()) {
+        if (w->property(PanelFactory::corePropertyName()).isValid())
+            out.append(w);
+    }
+    return out;
+}
+
+// Control i of a grid page, 20 to a row. Scrambled, consecutive controls
+// lie far apart, so that the tiles overlap each other.
+QRect gridRect(int i, int n, bool scrambled)
+{
+    const int cell = scrambled ? int(qint64(i) * 7919 % n) : i;
+    return QRect(cell % 20 * 40, cell / 20 * 12, 36, 10);
+}
+
+QString gridPage(int n, bool scrambled, const QString &extra = QString())
+{
+    QString xml = QStringLiteral("<Panel width='800' height='%1'>\n").arg((n / 20 + 1) * 12);
+    for (int i = 0; i < n; ++i) {
+        const QRect r = gridRect(i, n, scrambled);
+        xml += QStringLiteral("<Widget type='Dial' name='c%1'><Rect x='%2' y='%3' width='%4' height='%5'/></Widget>\n")
+                   .arg(i).arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
+        if (i == n / 2)
+            xml += extra;
+    }
+    return xml + QStringLiteral("</Panel>");
+}
+
+QRect scaled(const QRect &r, float zoom)
+{
+    return QRect(qRound(r.x() * zoom), qRound(r.y() * zoom), qRound(r.width() * zoom), qRound(r.height() * zoom));
+}
+
+QRect onPage(const QWidget *w, const QWidget *page)
+{
+    return QRect(w->mapTo(page, QPoint()), w->size());
+}
+
+// Every control where its description puts it, the one a click at its
+// centre reaches, and every tile fitted tightly around its controls.
+void checkPlaces(QWidget *page, int n, bool scrambled, float zoom)
+{
+    const QList<QWidget *> controls = controlsOf(page);
+    QCOMPARE(controls.size(), n);
+    for (int i = 0; i < n; ++i) {
+        QWidget *w = controls.at(i);
+        QCOMPARE(w->objectName(), QStringLiteral("c%1").arg(i));
+        const QRect expected = scaled(gridRect(i, n, scrambled), zoom);
+        QCOMPARE(onPage(w, page), expected);
+        QCOMPARE(page->childAt(expected.center()), w);
+    }
+    for (QWidget *tile : page->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (!tile->property(panelTileProperty).toBool())
+            continue;
+        QRect around;
+        for (QWidget *w : tile->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
+            around |= onPage(w, page);
+        QCOMPARE(tile->geometry(), around);
+    }
+}
+
+} // namespace
 class tst_PanelFactory : public QObject
 {
     Q_OBJECT
@@ -27,6 +99,12 @@ private slots:
     void unknownTypesAreReported();
     void controlsPerPageAreLimited();
     void panelByName();
+    void largePagesGoInTiles_data();
+    void largePagesGoInTiles();
+    void tilesFollowZoomAndMoves();
+    void tilesGrowWithTheirControls();
+    void veilLiesOnTheTiledPage();
+    void enableTargetsInEveryTile();
 
 private:
     QWidget *build(const QString &xml, const QVariantMap &context = QVariantMap());
@@ -130,7 +208,7 @@ void tst_PanelFactory::controlsPerPageAreLimited()
     xml += QStringLiteral("</Panel>");
     QScopedPointer<QWidget> page(build(xml));
     QVERIFY(page);
-    QCOMPARE(page->children().size(), PanelFactory::maxControlsPerPage);
+    QCOMPARE(controlsOf(page.data()).size(), PanelFactory::maxControlsPerPage);
     QVERIFY(page->findChild<QWidget *>(QStringLiteral("l%1").arg(PanelFactory::maxControlsPerPage - 1)));
     QCOMPARE(m_factory.lastProblems(),
              QStringList{QStringLiteral("line %1: more than %2 controls on one page; the rest are left out")
@@ -147,6 +225,142 @@ void tst_PanelFactory::panelByName()
     QCOMPARE(page->size(), QSize(30, 20));
     QVERIFY(!m_factory.createPanelByName("absent", nullptr, &m_host, &m_registry, {}));
     m_host.imagePath.clear();
+}
+
+void tst_PanelFactory::largePagesGoInTiles_data()
+{
+    QTest::addColumn<int>("n");
+    QTest::addColumn<bool>("scrambled");
+    QTest::newRow("as many as fit on a page") << PanelFactory::tiledAbove << false;
+    QTest::newRow("more, in rows") << PanelFactory::tiledAbove + 44 << false;
+    QTest::newRow("more, scrambled") << PanelFactory::tiledAbove + 44 << true;
+}
+
+void tst_PanelFactory::largePagesGoInTiles()
+{
+    QFETCH(int, n);
+    QFETCH(bool, scrambled);
+    QScopedPointer<QWidget> page(build(gridPage(n, scrambled)));
+    QVERIFY(page);
+    const bool tiled = n > PanelFactory::tiledAbove;
+    const QList<QWidget *> controls = controlsOf(page.data());
+    QCOMPARE(controls.size(), n);
+    for (int i = 0; i < n; ++i) {
+        QWidget *parent = controls.at(i)->parentWidget();
+        if (!tiled) {
+            QCOMPARE(parent, page.data());
+            continue;
+        }
+        QVERIFY(parent->property(panelTileProperty).toBool());
+        QCOMPARE(parent->parentWidget(), page.data());
+        QCOMPARE(parent, controls.at(i / PanelFactory::tileSize * PanelFactory::tileSize)->parentWidget());
+    }
+    checkPlaces(page.data(), n, scrambled, 1.0f);
+}
+
+void tst_PanelFactory::tilesFollowZoomAndMoves()
+{
+    const int n = PanelFactory::tiledAbove + 44;
+    PanelHost host(ParameterDatabase::instance());
+    QString error;
+    QVERIFY2(host.load(gridPage(n, true).toUtf8(), QStringLiteral("grid.xml"), &error), qPrintable(error));
+    QVERIFY2(host.build(&m_factory, &error), qPrintable(error));
+    QWidget *page = host.panel();
+    QVERIFY(!host.tiles().isEmpty());
+    for (float zoom : {2.0f, 0.5f, 1.5f}) {
+        host.setZoom(zoom);
+        checkPlaces(page, n, true, zoom);
+    }
+}
+
+void tst_PanelFactory::tilesGrowWithTheirControls()
+{
+    // In rows, each tile holds a band of the page; controls leave theirs,
+    // down and up, first on a hidden page and then on a shown one. The tile grows with the control and a click still reaches it.
+    const int n = PanelFactory::tiledAbove + 44;
+    PanelHost host(ParameterDatabase::instance());
+    QString error;
+    QVERIFY2(host.load(gridPage(n, false).toUtf8(), QStringLiteral("grid.xml"), &error), qPrintable(error));
+    QVERIFY2(host.build(&m_factory, &error), qPrintable(error));
+    QWidget *page = host.panel();
+    QDomDocument doc;
+    const struct
+    {
+        const char *name;
+        QRect to;
+    } moves[] = {{"c299", QRect(0, 0, 80, 40)},
+                 // into the gap between two controls of later tiles
+                 {"c128", QRect(36, 148, 4, 4)},
+                 // inside its grown tile, into a gap of the tile beneath
+                 {"c129", QRect(36, 74, 4, 4)},
+                 {"c0", QRect(770, 180, 20, 10)}, {"c64", QRect(300, 180, 36, 10)},
+                 {"c200", QRect(100, 10, 36, 10)}};
+    for (const auto &move : moves) {
+        IWidgetCore *core = host.control(QLatin1String(move.name));
+        QWidget *w = widgetOf(core);
+        const QRect before = w->parentWidget()->geometry();
+        doc.setContent(QStringLiteral("<Widget><Rect x='%1' y='%2' width='%3' height='%4'/></Widget>")
+                           .arg(move.to.x()).arg(move.to.y()).arg(move.to.width()).arg(move.to.height()));
+        core->configure(doc.documentElement());
+        if (!page->isVisible()) {
+            page->show();
+            QVERIFY(QTest::qWaitForWindowExposed(page));
+        }
+        QCOMPARE(onPage(w, page), move.to);
+        QCOMPARE(w->parentWidget()->geometry(), before | move.to);
+        QTRY_COMPARE(page->childAt(move.to.center()), w);
+    }
+
+    // Scripts see places on the page.
+    QString output;
+    QTextStream out(&output);
+    ScriptRunner runner(&host, &out);
+    QString message;
+    QVERIFY2(runner.execute({QStringLiteral("dump"), QStringLiteral("c299")}, &message), qPrintable(message));
+    out.flush();
+    QVERIFY2(output.contains(QStringLiteral("\"geometry\":[0,0,80,40]")), qPrintable(output));
+}
+
+void tst_PanelFactory::veilLiesOnTheTiledPage()
+{
+    // A veil in the middle of the description, over the whole page, shown
+    // because the device is bypassed.
+    m_host.setParameter(QStringLiteral("dev1"), QStringLiteral("Bypass"), QStringLiteral("1"), QStringLiteral("On"));
+    const int n = PanelFactory::tiledAbove + 44;
+    QScopedPointer<QWidget> page(build(gridPage(n, true,
+                                                QStringLiteral("<Widget type='DisablePanelContainer' name='veil'>"
+                                                               "<Rect x='0' y='0' width='800' height='400'/>"
+                                                               "<Address prmAddr='Bypass'/>"
+                                                               "<DisableValue range='1'>1</DisableValue></Widget>\n"))));
+    m_host.clear();
+    QVERIFY(page);
+    QWidget *veil = page->findChild<QWidget *>(QStringLiteral("veil"));
+    QVERIFY(veil);
+    QCOMPARE(veil->parentWidget(), page.data());
+    page->show();
+    QVERIFY(QTest::qWaitForWindowExposed(page.data()));
+    QVERIFY(veil->isVisible());
+    // Controls described before and after it are all beneath it.
+    for (const QString &name : {QStringLiteral("c0"), QStringLiteral("c%1").arg(n / 2 + 1), QStringLiteral("c%1").arg(n - 1)}) {
+        QWidget *w = page->findChild<QWidget *>(name);
+        QCOMPARE(page->childAt(onPage(w, page.data()).center()), veil);
+    }
+    QCOMPARE(page->children().last(), veil);
+}
+
+void tst_PanelFactory::enableTargetsInEveryTile()
+{
+    m_host.setParameter(QStringLiteral("dev1"), QStringLiteral("Link"), QStringLiteral("0"), QStringLiteral("Off"));
+    const int n = PanelFactory::tiledAbove + 44;
+    QScopedPointer<QWidget> page(build(gridPage(n, false,
+                                                QStringLiteral("<Widget type='ChangeEnableButton' name='link'>"
+                                                               "<Address prmAddr='Link'/><Target>c0</Target>"
+                                                               "<Target>c%1</Target></Widget>\n").arg(n - 1))));
+    m_host.clear();
+    QVERIFY(page);
+    QTRY_VERIFY(!page->findChild<QWidget *>(QStringLiteral("c0"))->isEnabled());
+    QVERIFY(!page->findChild<QWidget *>(QStringLiteral("c%1").arg(n - 1))->isEnabled());
+    QVERIFY(page->findChild<QWidget *>(QStringLiteral("c1"))->isEnabled());
 }
 
 QTEST_MAIN(tst_PanelFactory)

@@ -1,5 +1,6 @@
 #include "button_variants.h"
 
+#include "core/PanelTiles.h"
 #include "core/Saturating.h"
 
 #include "data/DevDescReader.h"
@@ -390,7 +391,7 @@ void ChangeEnableButton::applyToTargets()
 {
     if (m_targets.isEmpty() || addressCount() == 0 || !addressAt(0).isValid() || positionText(0).isEmpty())
         return;
-    QWidget *panel = parentWidget();
+    QWidget *panel = PanelTiles::pageOf(this);
     if (!panel)
         return;
     const bool enable = !isOff(0);

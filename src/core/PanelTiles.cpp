@@ -1,0 +1,32 @@
+#include "PanelTiles.h"
+
+#include <corvane/IPanelFactory.h>
+
+#include <QWidget>
+
+namespace PanelTiles {
+
+bool isTile(const QWidget *w)
+{
+    return w && !w->isWindow() && w->property(panelTileProperty).toBool();
+}
+
+QWidget *pageOf(const QWidget *w)
+{
+    QWidget *parent = w ? w->parentWidget() : nullptr;
+    while (isTile(parent))
+        parent = parent->parentWidget();
+    return parent;
+}
+
+QPoint originOf(const QWidget *w)
+{
+    const QWidget *parent = w ? w->parentWidget() : nullptr;
+    // A parent at the page's corner moves nothing, tile or not; the
+    // property lookup is left for the rare tile that has been fitted.
+    if (!parent || parent->pos().isNull() || !isTile(parent))
+        return QPoint();
+    return parent->pos();
+}
+
+} // namespace PanelTiles
