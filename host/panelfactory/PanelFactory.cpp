@@ -157,7 +157,6 @@ QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IH
         }
         // Name it first: controls may report requests while they configure.
         w->setObjectName(name);
-        w->setProperty(corePropertyName(), QVariant::fromValue(quintptr(core)));
         core->setWidgetName(name);
         QDomElement element = e;
         if (!context.isEmpty()) {

@@ -19,9 +19,8 @@ class QDomElement;
     host's zoom. The widget factory is the one set with setWidgetFactory(),
     or else the plug-in in the application directory.
 
-    Each control carries its IWidgetCore pointer in the dynamic property
-    "corvaneCore" (a quintptr), so that a host can find every control of
-    a panel, including those on pages that controls build later.
+    A host finds every control of a panel, including those on pages that
+    controls build later, among the panel's child widgets with coreOf().
 */
 class PanelFactory : public QObject, public IPanelFactory
 {
@@ -44,8 +43,6 @@ public:
 
     //! The colour of the Panel element's "background" attribute, or the standard dark grey.
     static QColor panelBackground(const QDomElement &panel);
-
-    static constexpr const char *corePropertyName() { return "corvaneCore"; }
 
     /*!
         The most controls one page holds. Qt paints overlapping siblings

@@ -1,7 +1,6 @@
 #include "PanelHost.h"
 
 #include "JsonWriter.h"
-#include "PanelFactory.h"
 #include "ParameterDatabase.h"
 
 #include <core/Saturating.h>
@@ -157,9 +156,8 @@ QList<IWidgetCore *> PanelHost::controls() const
     if (!m_panel)
         return out;
     for (QWidget *w : m_panel->findChildren<QWidget *>()) {
-        const QVariant v = w->property(PanelFactory::corePropertyName());
-        if (v.isValid())
-            out.append(reinterpret_cast<IWidgetCore *>(v.value<quintptr>()));
+        if (IWidgetCore *core = coreOf(w))
+            out.append(core);
     }
     return out;
 }
@@ -169,9 +167,8 @@ IWidgetCore *PanelHost::control(const QString &name) const
     if (!m_panel)
         return nullptr;
     for (QWidget *w : m_panel->findChildren<QWidget *>(name)) {
-        const QVariant v = w->property(PanelFactory::corePropertyName());
-        if (v.isValid())
-            return reinterpret_cast<IWidgetCore *>(v.value<quintptr>());
+        if (IWidgetCore *core = coreOf(w))
+            return core;
     }
     return nullptr;
 }

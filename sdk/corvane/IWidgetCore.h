@@ -87,4 +87,10 @@ inline QWidget *widgetOf(IWidgetCore *core)
     return dynamic_cast<QWidget *>(core);
 }
 
+//! The control a widget is, or null for any other widget (a page, a tile, a control's own parts).
+inline IWidgetCore *coreOf(QObject *widget)
+{
+    return dynamic_cast<IWidgetCore *>(widget);
+}
+
 #endif

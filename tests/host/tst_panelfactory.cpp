@@ -25,7 +25,7 @@ QList<QWidget *> controlsOf(QWidget *page)
 {
     QList<QWidget *> out;
     for (QWidget *w : page->findChildren<QWidget *>()) {
-        if (w->property(PanelFactory::corePropertyName()).isValid())
+        if (coreOf(w))
             out.append(w);
     }
     return out;
@@ -169,7 +169,7 @@ void tst_PanelFactory::buildsNamedScaledControls()
     QCOMPARE(QString(gain->metaObject()->className()), QString("NumberBox"));
     QCOMPARE(gain->geometry(), QRect(10, 12, 60, 20));
     QVERIFY(!gain->isHidden());
-    auto *core = reinterpret_cast<IWidgetCore *>(gain->property(PanelFactory::corePropertyName()).value<quintptr>());
+    IWidgetCore *core = coreOf(gain);
     QVERIFY(core);
     QCOMPARE(core->widgetName(), QString("gain"));
     QCOMPARE(core->address(0).deviceId(), QString("dev1")); // the host's owner device
@@ -183,8 +183,7 @@ void tst_PanelFactory::contextFillsAddresses()
                                        "</Panel>",
                                        {{"dev_uniq_id", "dev7"}, {"zone_uniq_id", "z1"}}));
     QVERIFY(page);
-    auto *core = reinterpret_cast<IWidgetCore *>(
-        page->findChild<QWidget *>("a")->property(PanelFactory::corePropertyName()).value<quintptr>());
+    IWidgetCore *core = coreOf(page->findChild<QWidget *>("a"));
     QCOMPARE(core->address(0).deviceId(), QString("dev7"));
     QCOMPARE(core->address(0).zoneId(), QString("own")); // a key the page sets itself stays
 }

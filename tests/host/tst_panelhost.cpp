@@ -1,4 +1,3 @@
-#include "PanelFactory.h"
 #include "PanelHost.h"
 #include "ParameterDatabase.h"
 #include "SignalClock.h"
@@ -60,7 +59,7 @@ private:
     QList<QVariant> side;
 };
 
-// Builds one FakeControl per <Widget>, marked the way the real panel factory marks controls.
+// Builds one FakeControl per <Widget>.
 class FakeFactory : public IPanelFactory
 {
 public:
@@ -71,7 +70,6 @@ public:
         for (QDomElement e = panel.firstChildElement("Widget"); !e.isNull(); e = e.nextSiblingElement("Widget")) {
             auto *c = new FakeControl(page);
             c->setObjectName(e.attribute("name"));
-            c->setProperty(PanelFactory::corePropertyName(), QVariant::fromValue(quintptr(static_cast<IWidgetCore *>(c))));
         }
         return page;
     }
@@ -250,7 +248,6 @@ void tst_PanelHost::deliveryFollowsControlsThatComeAndGo()
     // hands out the same block again) and a script line committed it.
     auto *late = new FakeControl(host->panel());
     late->setObjectName("late");
-    late->setProperty(PanelFactory::corePropertyName(), QVariant::fromValue(quintptr(static_cast<IWidgetCore *>(late))));
     r->addToDefault("Meter", "Meter:L", static_cast<IWidgetCore *>(late));
     host->commitRegistry();
     host->deliver(at("dev1", "Meter:L"));
