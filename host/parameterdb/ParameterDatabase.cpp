@@ -431,14 +431,24 @@ Value ParameterDatabase::answerOf(const ParameterDefinition *s, const State &sta
         const FixedTexts &fixed = fixedTexts(*s, model);
         out = fixed.answer;
         if (s->isNumeric()) {
-            const QString position = ParameterDefinition::positionText(s->positionOf(state.value));
-            out.set(k.position, position);
-            out.set(k.display, s->displayText(state.value));
-            out.set(k.value, QString::number(state.value, 'g', 10));
-            if (s->type == ParameterDefinition::Meter) {
+            // What a stored text replaces is not formatted.
+            const auto stored = [&state](const QString &key) {
+                return !state.stored.isEmpty() && state.stored.contains(key);
+            };
+            const bool meter = s->type == ParameterDefinition::Meter;
+            const bool peakOfItsOwn = !qIsNaN(state.peak) || stored(k.peak);
+            QString position;
+            if (!stored(k.position) || (meter && !peakOfItsOwn))
+                position = ParameterDefinition::positionText(s->positionOf(state.value));
+            if (!stored(k.position))
+                out.set(k.position, position);
+            if (!stored(k.display))
+                out.set(k.display, s->displayText(state.value));
+            if (!stored(k.value))
+                out.set(k.value, QString::number(state.value, 'g', 10));
+            if (meter && !stored(k.peak))
                 out.set(k.peak, qIsNaN(state.peak) ? position
                                                    : ParameterDefinition::positionText(s->positionOf(state.peak)));
-            }
         } else {
             QString shown = state.text;
             Equalizer::Role role;

@@ -104,6 +104,8 @@ private slots:
     void bothReadsAnswerAlike();
     void writeAfterReadIsSeen_data();
     void writeAfterReadIsSeen();
+    void storedTextReplacesItsKeyAlone_data();
+    void storedTextReplacesItsKeyAlone();
     void computedTextsFollowTheirBands();
     void metersFollowTheSignal();
 };
@@ -594,6 +596,36 @@ void tst_ParameterDB::writeAfterReadIsSeen()
         QVERIFY(db.request(address, 0, {{QStringLiteral("ui_prm_val"), QStringLiteral("1")}}));
         QCOMPARE(readValue(db, at(QStringLiteral("d"), QStringLiteral("P"))), initial);
     }
+}
+
+void tst_ParameterDB::storedTextReplacesItsKeyAlone_data()
+{
+    QTest::addColumn<QString>("parameter");
+    QTest::addColumn<QString>("key");
+    const QString meter = QStringLiteral("type=\"meter\" min=\"-60\" max=\"0\" default=\"-20\" inf=\"true\"");
+    const QString gain = QStringLiteral("type=\"linear\" min=\"-6\" max=\"66\" default=\"20\" unit=\"dB\"");
+    for (const char *key : {"ui_prm_val", "ui_prm_str", "prmValue", "ui_prm_prak", "prmMin", "note"}) {
+        QTest::addRow("meter %s", key) << meter << key;
+        QTest::addRow("linear %s", key) << gain << key;
+    }
+    QTest::newRow("text ui_prm_val") << "type=\"text\" default=\"Ch 1\"" << "ui_prm_val";
+}
+
+// A stored text replaces the answer's text of its key and leaves every
+// other one as the parameter's type formats it.
+void tst_ParameterDB::storedTextReplacesItsKeyAlone()
+{
+    QFETCH(QString, parameter);
+    QFETCH(QString, key);
+    ParameterDatabase db;
+    QVERIFY(setUp(db, QStringLiteral("<Parameter address=\"P\" %1/>").arg(parameter)));
+    QMap<QString, QString> expected = readValue(db, at("d", "P")).attributes();
+    QVERIFY(!expected.isEmpty());
+    expected.insert(key, QStringLiteral("stored"));
+    QVERIFY(db.store(at("d", "P"), {{key, "stored"}}));
+    QCOMPARE(readValue(db, at("d", "P")).attributes(), expected);
+    const QString diff = difference(db, at("d", "P"));
+    QVERIFY2(diff.isEmpty(), qPrintable(diff));
 }
 
 // An equaliser's handle and curves change with the band they follow,
