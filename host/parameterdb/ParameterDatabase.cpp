@@ -24,11 +24,6 @@ QString text(const QVariantMap &map, QLatin1String key)
     return map.value(key).toString();
 }
 
-QString text(const QVariantMap &map, const QString &key)
-{
-    return map.value(key).toString();
-}
-
 // The keys a read looks up and answers, made once (a QLatin1String key is
 // converted, its text allocated, at every lookup and insertion), and the
 // copies that values share, so that a control's value holds no key text.
