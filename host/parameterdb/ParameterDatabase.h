@@ -75,10 +75,10 @@ public:
     QVariantMap device(const QString &devUniqId) const override;
     bool readParameter(const QVariantMap &address, QVariantMap &answer) const override;
     /*!
-        Answers the same texts as the map overload, straight into \a value,
-        whose payload becomes the "ui_prm_val" text when there is one. The
-        answer is formatted once per change of the parameter and shared
-        with every later read.
+        Answers the same texts as the map overload as \a value, replacing
+        what it held; its payload is the "ui_prm_val" text when there is
+        one. The answer is formatted at the first read after a change of
+        the parameter and shared with the reads that follow.
     */
     bool readParameter(const QVariantMap &address, Value &value) const;
     bool queryParameter(const QString &model, const QVariantMap &request,
