@@ -440,7 +440,7 @@ Value ParameterDatabase::answerOf(const ParameterDefinition *s, const State &sta
             if (!stored(k.display))
                 out.set(k.display, s->displayText(state.value));
             if (!stored(k.value))
-                out.set(k.value, QString::number(state.value, 'g', 10));
+                out.set(k.value, ParameterDefinition::valueText(state.value));
             if (meter && !stored(k.peak))
                 out.set(k.peak, qIsNaN(state.peak) ? position
                                                    : ParameterDefinition::positionText(s->positionOf(state.peak)));

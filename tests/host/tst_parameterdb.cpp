@@ -104,6 +104,8 @@ private slots:
     void bothReadsAnswerAlike();
     void writeAfterReadIsSeen_data();
     void writeAfterReadIsSeen();
+    void valueTextHasTenSignificantDigits_data();
+    void valueTextHasTenSignificantDigits();
     void storedTextReplacesItsKeyAlone_data();
     void storedTextReplacesItsKeyAlone();
     void computedTextsFollowTheirBands();
@@ -596,6 +598,23 @@ void tst_ParameterDB::writeAfterReadIsSeen()
         QVERIFY(db.request(address, 0, {{QStringLiteral("ui_prm_val"), QStringLiteral("1")}}));
         QCOMPARE(readValue(db, at(QStringLiteral("d"), QStringLiteral("P"))), initial);
     }
+}
+
+void tst_ParameterDB::valueTextHasTenSignificantDigits_data()
+{
+    QTest::addColumn<double>("value");
+    for (double v : {0.0, -0.0, 1.0, -1.0, 20.0, -138.0, 48000.0, 999999.0, -999999.0, 1e6, -1e6, 1234567.0,
+                     1234567890.0, 12345678901.0, 1e15, 1e300, 0.5, -0.25, 1e-5, 123456.5, 999999.5, 0.1 + 0.2,
+                     qInf(), -qInf(), qQNaN()})
+        QTest::addRow("%.17g", v) << v;
+}
+
+// What "prmValue" has always held: the general 'g' formatting, whatever
+// shortcut the value takes.
+void tst_ParameterDB::valueTextHasTenSignificantDigits()
+{
+    QFETCH(double, value);
+    QCOMPARE(ParameterDefinition::valueText(value), QString::number(value, 'g', 10));
 }
 
 void tst_ParameterDB::storedTextReplacesItsKeyAlone_data()
