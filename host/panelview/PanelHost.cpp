@@ -294,23 +294,22 @@ QString PanelHost::registryEvent() const
 
 bool PanelHost::readParameter(const ParameterAddress &address, Value &value, QMap<QString, QString> &attributes)
 {
-    QVariantMap answer;
+    Value answer;
     if (!m_database->readParameter(address.keys(), answer)) {
         value.setPayload(QVariant());
         return false;
     }
-    // Both start empty on a control's read: the attributes then share the
-    // value's texts instead of a second map of them.
-    const bool share = value.isEmpty() && attributes.isEmpty();
-    for (auto it = answer.cbegin(); it != answer.cend(); ++it) {
-        const QString text = it.value().toString();
-        value.set(it.key(), text);
-        if (!share)
-            attributes.insert(it.key(), text);
+    // Both start empty on a control's read: they then share the database's
+    // answer instead of copies of its texts.
+    if (value.isEmpty() && attributes.isEmpty()) {
+        value = answer;
+        attributes = answer.attributes();
+        return true;
     }
-    if (share)
-        attributes = value.attributes();
-    value.setPayload(answer.value(Key::ui_prm_val));
+    value.assign(answer);
+    for (auto it = answer.attributes().cbegin(); it != answer.attributes().cend(); ++it)
+        attributes.insert(it.key(), it.value());
+    value.setPayload(answer.payload());
     return true;
 }
 

@@ -24,11 +24,6 @@ QString text(const QVariantMap &map, QLatin1String key)
     return map.value(key).toString();
 }
 
-QString text(const QVariantMap &map, const QString &key)
-{
-    return map.value(key).toString();
-}
-
 // The keys a read looks up and answers, made once (a QLatin1String key is
 // converted, its text allocated, at every lookup and insertion), and the
 // copies that values share, so that a control's value holds no key text.
@@ -224,7 +219,10 @@ bool ParameterDatabase::loadModel(const QByteArray &xml, const QString &origin, 
         model.byAddress.insert(s.address, model.order.size());
         model.order.append(s);
     }
+    // The answers formatted so far may hold the replaced model's texts.
     m_fixedTexts.clear();
+    for (State &state : m_states)
+        state.answer = Value();
     m_models.insert(name, model);
     return ok;
 }
@@ -342,7 +340,7 @@ QString ParameterDatabase::computedText(const QString &device, const QString &zo
     case Equalizer::OwnCurve:
     case Equalizer::FilterCurve:
     case Equalizer::TotalCurve: {
-        const QString key = stateKey(device, zone, eq.address(role));
+        const StateKey key = stateKey(device, zone, eq.address(role));
         const auto cached = m_curves.constFind(key);
         if (cached != m_curves.cend())
             return *cached;
@@ -361,9 +359,27 @@ QString ParameterDatabase::computedText(const QString &device, const QString &zo
     }
 }
 
-QString ParameterDatabase::stateKey(const QString &device, const QString &zone, const QString &prmAddr)
+ParameterDatabase::StateKey ParameterDatabase::stateKey(const QString &device, const QString &zone,
+                                                       const QString &prmAddr)
 {
-    return device + QLatin1Char('\n') + zone + QLatin1Char('\n') + prmAddr;
+    return {device, zone, prmAddr};
+}
+
+// One pass over the address's few keys instead of a lookup for each: the
+// keys of a control's address share their texts, and differ in size.
+ParameterDatabase::StateKey ParameterDatabase::stateKey(const QVariantMap &address)
+{
+    const ReadKeys &k = readKeys();
+    StateKey key;
+    for (auto it = address.cbegin(); it != address.cend(); ++it) {
+        if (it.key() == k.device)
+            key.device = it->toString();
+        else if (it.key() == k.prmAddr)
+            key.prmAddr = it->toString();
+        else if (it.key() == k.zone)
+            key.zone = it->toString();
+    }
+    return key;
 }
 
 const ParameterDefinition *ParameterDatabase::specFor(const QVariantMap &address) const
@@ -374,20 +390,86 @@ const ParameterDefinition *ParameterDatabase::specFor(const QVariantMap &address
     return definition(m_deviceModels.value(dev), text(address, Key::prmAddr));
 }
 
-const ParameterDatabase::FixedTexts &ParameterDatabase::fixedTexts(const ParameterDefinition &definition) const
+ParameterDatabase::FixedTexts &ParameterDatabase::fixedTexts(const ParameterDefinition &definition,
+                                                             const QString &model) const
 {
     auto it = m_fixedTexts.find(&definition);
     if (it == m_fixedTexts.end()) {
+        const ReadKeys &k = readKeys();
         FixedTexts texts;
         if (definition.isNumeric()) {
-            texts.minimum = definition.displayText(definition.minimum);
-            texts.maximum = definition.displayText(definition.maximum);
+            texts.answer.set(k.minimum, definition.displayText(definition.minimum));
+            texts.answer.set(k.maximum, definition.displayText(definition.maximum));
         }
-        texts.type = ParameterDefinition::typeName(definition.type);
-        texts.options = definition.options.join(QLatin1Char('|'));
+        texts.answer.set(k.unit, definition.unit);
+        texts.answer.set(k.type, ParameterDefinition::typeName(definition.type));
+        // Lets a combo box list the choices without a list of its own.
+        if (definition.type == ParameterDefinition::Options)
+            texts.answer.set(k.options, definition.options.join(QLatin1Char('|')));
+        Equalizer::Role role = Equalizer::NoRole;
+        texts.computed = !definition.isNumeric() && equalizerOf(model, definition.address, &role)
+            && Equalizer::isComputed(role);
         it = m_fixedTexts.insert(&definition, texts);
     }
     return *it;
+}
+
+// The texts of \a state: those of its definition's type, then the texts
+// stored for it. A parameter without a definition answers the stored ones
+// alone.
+Value ParameterDatabase::answerOf(const ParameterDefinition *s, const State &state, const StateKey &key,
+                                  const QString &model) const
+{
+    const ReadKeys &k = readKeys();
+    Value out;
+    if (s) {
+        const FixedTexts &fixed = fixedTexts(*s, model);
+        out = fixed.answer;
+        if (s->isNumeric()) {
+            // What a stored text replaces is not formatted.
+            const auto stored = [&state](const QString &key) {
+                return !state.stored.isEmpty() && state.stored.contains(key);
+            };
+            const bool meter = s->type == ParameterDefinition::Meter;
+            const bool peakOfItsOwn = !qIsNaN(state.peak) || stored(k.peak);
+            QString position;
+            if (!stored(k.position) || (meter && !peakOfItsOwn))
+                position = ParameterDefinition::positionText(s->positionOf(state.value));
+            if (!stored(k.position))
+                out.set(k.position, position);
+            if (!stored(k.display))
+                out.set(k.display, s->displayText(state.value));
+            if (!stored(k.value))
+                out.set(k.value, ParameterDefinition::valueText(state.value));
+            if (meter && !stored(k.peak))
+                out.set(k.peak, qIsNaN(state.peak) ? position
+                                                   : ParameterDefinition::positionText(s->positionOf(state.peak)));
+        } else {
+            QString shown = state.text;
+            Equalizer::Role role;
+            int band;
+            if (fixed.computed) {
+                if (const Equalizer *eq = equalizerOf(model, key.prmAddr, &role, &band))
+                    shown = computedText(key.device, key.zone, *eq, role, band);
+            }
+            out.set(k.position, s->type == ParameterDefinition::State ? shown : QStringLiteral("0"));
+            out.set(k.display, shown);
+            out.set(k.value, shown);
+        }
+    }
+    for (auto t = state.stored.cbegin(); t != state.stored.cend(); ++t)
+        out.set(t.key(), t.value());
+    const auto position = out.attributes().constFind(k.position);
+    out.setPayload(position == out.attributes().cend() ? QVariant() : QVariant(*position));
+    return out;
+}
+
+// Every change of a state is written here, which drops the answer formatted
+// from the old one.
+void ParameterDatabase::putState(const StateKey &key, State state)
+{
+    state.answer = Value();
+    m_states.insert(key, state);
 }
 
 ParameterDatabase::State ParameterDatabase::initialState(const ParameterDefinition &definition) const
@@ -412,58 +494,49 @@ QVariantMap ParameterDatabase::device(const QString &devUniqId) const
 
 bool ParameterDatabase::readParameter(const QVariantMap &address, QVariantMap &answer) const
 {
-    const ReadKeys &k = readKeys();
-    const QString dev = text(address, k.device);
-    if (!m_deviceModels.contains(dev))
+    const StateKey key = stateKey(address);
+    const auto model = m_deviceModels.constFind(key.device);
+    if (model == m_deviceModels.cend())
         return false;
-    const QString prmAddr = text(address, k.prmAddr);
-    const QString key = stateKey(dev, text(address, k.zone), prmAddr);
-    const ParameterDefinition *s = definition(m_deviceModels.value(dev), prmAddr);
-    auto it = m_states.constFind(key);
+    const ParameterDefinition *s = definition(*model, key.prmAddr);
+    const auto it = m_states.constFind(key);
     if (!s && it == m_states.cend())
         return false;
+    // Formatted afresh: what a read answers without the shared answers.
+    const Value value = answerOf(s, it == m_states.cend() ? initialState(*s) : *it, key, *model);
+    for (auto t = value.attributes().cbegin(); t != value.attributes().cend(); ++t)
+        answer.insert(t.key(), t.value());
+    return true;
+}
 
-    // Written straight into the answer: every path from here on answers.
-    QVariantMap &out = answer;
-    if (s) {
-        const State state = it == m_states.cend() ? initialState(*s) : *it;
-        const FixedTexts &fixed = fixedTexts(*s);
-        if (s->isNumeric()) {
-            const QString position = ParameterDefinition::positionText(s->positionOf(state.value));
-            out.insert(k.position, position);
-            out.insert(k.display, s->displayText(state.value));
-            out.insert(k.value, QString::number(state.value, 'g', 10));
-            out.insert(k.minimum, fixed.minimum);
-            out.insert(k.maximum, fixed.maximum);
-            if (s->type == ParameterDefinition::Meter) {
-                out.insert(k.peak, qIsNaN(state.peak) ? position
-                                                                : ParameterDefinition::positionText(
-                                                                      s->positionOf(state.peak)));
-            }
-        } else {
-            QString shown = state.text;
-            Equalizer::Role role;
-            int band;
-            if (const Equalizer *eq = equalizerOf(m_deviceModels.value(dev), prmAddr, &role, &band)) {
-                if (Equalizer::isComputed(role))
-                    shown = computedText(dev, text(address, k.zone), *eq, role, band);
-            }
-            out.insert(k.position, s->type == ParameterDefinition::State ? shown : QStringLiteral("0"));
-            out.insert(k.display, shown);
-            out.insert(k.value, shown);
-        }
-        out.insert(k.unit, s->unit);
-        out.insert(k.type, fixed.type);
-        // Lets a combo box list the choices without a list of its own.
-        if (s->type == ParameterDefinition::Options)
-            out.insert(k.options, fixed.options);
-        if (it != m_states.cend()) {
-            for (auto t = it->stored.cbegin(); t != it->stored.cend(); ++t)
-                out.insert(t.key(), t.value());
-        }
+bool ParameterDatabase::readParameter(const QVariantMap &address, Value &value) const
+{
+    const StateKey key = stateKey(address);
+    const auto model = m_deviceModels.constFind(key.device);
+    if (model == m_deviceModels.cend())
+        return false;
+    const auto it = m_states.find(key);
+    if (it != m_states.end() && !it->answer.isEmpty()) {
+        value = it->answer;
+        return true;
+    }
+    const ParameterDefinition *s = definition(*model, key.prmAddr);
+    if (!s && it == m_states.end())
+        return false;
+    if (it != m_states.end()) {
+        value = answerOf(s, *it, key, *model);
+        if (!s || !fixedTexts(*s, *model).computed)
+            it->answer = value;
+        return true;
+    }
+    FixedTexts &fixed = fixedTexts(*s, *model);
+    if (fixed.computed) {
+        value = answerOf(s, initialState(*s), key, *model);
     } else {
-        for (auto t = it->stored.cbegin(); t != it->stored.cend(); ++t)
-            out.insert(t.key(), t.value());
+        // Every parameter of a definition answers the same until written.
+        if (fixed.initial.isEmpty())
+            fixed.initial = answerOf(s, initialState(*s), key, *model);
+        value = fixed.initial;
     }
     return true;
 }
@@ -545,13 +618,13 @@ bool ParameterDatabase::request(const QVariantMap &address, int kind, const QMap
                                       text(address, Key::prmAddr), &role, &band);
     if (eq && Equalizer::isPoint(role))
         return requestPoint(address, *eq, role, band, kind, arguments);
-    const QString key = stateKey(text(address, Key::dev_uniq_id), text(address, Key::zone_uniq_id),
+    const StateKey key = stateKey(text(address, Key::dev_uniq_id), text(address, Key::zone_uniq_id),
                                  text(address, Key::prmAddr));
     State state = m_states.value(key, initialState(*s));
     if (!apply(*s, &state, kind, arguments))
         return false;
     state.stored.clear();
-    m_states.insert(key, state);
+    putState(key, state);
     notify(address);
     if (eq)
         notifyDependents(address, *eq, role, band);
@@ -584,7 +657,7 @@ bool ParameterDatabase::requestPoint(const QVariantMap &address, const Equalizer
         const ParameterDefinition *d = definition(model, eq.address(target, band));
         if (!d || d->readOnly)
             continue;
-        const QString key = stateKey(dev, zone, d->address);
+        const StateKey key = stateKey(dev, zone, d->address);
         State state = m_states.value(key, initialState(*d));
         if (kind == 3)
             state = initialState(*d);
@@ -593,7 +666,7 @@ bool ParameterDatabase::requestPoint(const QVariantMap &address, const Equalizer
         else
             state.value = d->normalized(db);
         state.stored.clear();
-        m_states.insert(key, state);
+        putState(key, state);
         changed.append(d->address);
         for (const QString &dependent : eq.dependents(target, band)) {
             m_curves.remove(stateKey(dev, zone, dependent));
@@ -627,14 +700,15 @@ bool ParameterDatabase::store(const QVariantMap &address, const QMap<QString, QS
     const QString dev = text(address, Key::dev_uniq_id);
     if (!m_deviceModels.contains(dev))
         return false;
-    const QString key = stateKey(dev, text(address, Key::zone_uniq_id), text(address, Key::prmAddr));
+    const StateKey key = stateKey(dev, text(address, Key::zone_uniq_id), text(address, Key::prmAddr));
     auto it = m_states.find(key);
     if (it == m_states.end()) {
         const ParameterDefinition *s = specFor(address);
         it = m_states.insert(key, s ? initialState(*s) : State());
     }
     for (auto t = texts.cbegin(); t != texts.cend(); ++t)
-        it->stored.insert(t.key(), t.value());
+        it->stored.insert(sharedKey(t.key()), t.value());
+    it->answer = Value();
     notify(address);
     return true;
 }
@@ -843,7 +917,7 @@ void ParameterDatabase::showMeter(const QString &device, const QString &prmAddr,
     const ParameterDefinition *d = definition(m_deviceModels.value(device), prmAddr);
     if (!d)
         return;
-    const QString key = stateKey(device, QString(), prmAddr);
+    const StateKey key = stateKey(device, QString(), prmAddr);
     State state = m_states.value(key, initialState(*d));
     const double level = qBound(d->minimum, reading.level, d->maximum);
     const double peak = qBound(d->minimum, reading.peak, d->maximum);
@@ -853,7 +927,7 @@ void ParameterDatabase::showMeter(const QString &device, const QString &prmAddr,
         || d->displayText(level) != d->displayText(state.value);
     state.value = level;
     state.peak = peak;
-    m_states.insert(key, state);
+    putState(key, state);
     if (changed)
         notify({{Key::dev_uniq_id, device}, {Key::prmAddr, prmAddr}});
 }

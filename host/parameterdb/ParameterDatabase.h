@@ -2,6 +2,7 @@
 #define CORVANE_HOST_PARAMETERDATABASE_H
 
 #include <corvane/IAbstractDB.h>
+#include <corvane/Value.h>
 
 #include "Equalizer.h"
 #include "ParameterDefinition.h"
@@ -73,6 +74,13 @@ public:
     QStringList devices() const override;
     QVariantMap device(const QString &devUniqId) const override;
     bool readParameter(const QVariantMap &address, QVariantMap &answer) const override;
+    /*!
+        Answers the same texts as the map overload as \a value, replacing
+        what it held; its payload is the "ui_prm_val" text when there is
+        one. The answer is formatted at the first read after a change of
+        the parameter and shared with the reads that follow.
+    */
+    bool readParameter(const QVariantMap &address, Value &value) const;
     bool queryParameter(const QString &model, const QVariantMap &request,
                         QMap<QString, QVariantMap> &answer) const override;
     bool request(const QVariantMap &address, int kind, const QMap<QString, QString> &arguments) override;
@@ -82,12 +90,30 @@ public:
     QString positionOfText(const QVariantMap &address, const QString &text) const override;
 
 private:
+    struct StateKey
+    {
+        QString device;
+        QString zone;
+        QString prmAddr;
+
+        bool operator==(const StateKey &other) const
+        {
+            return prmAddr == other.prmAddr && device == other.device && zone == other.zone;
+        }
+        friend uint qHash(const StateKey &key, uint seed = 0)
+        {
+            return qHash(key.prmAddr, seed) ^ (qHash(key.device, seed) * 31u) ^ (qHash(key.zone, seed) * 961u);
+        }
+    };
     struct State
     {
         double value = 0;
         double peak = qQNaN();
         QString text;
         QMap<QString, QString> stored;
+        // The answer formatted from the members above, empty until the
+        // first read; putState() and store() drop it.
+        Value answer;
     };
     struct Model
     {
@@ -106,17 +132,24 @@ private:
         Ballistics gainReduction{0};
     };
 
-    // The texts of a definition that no state changes, formatted once.
+    // The answers of a definition that no state changes, formatted once.
     struct FixedTexts
     {
-        QString minimum;
-        QString maximum;
-        QString type;
-        QString options;
+        // The texts every answer holds: range, unit, type and options.
+        Value answer;
+        // The whole answer of a parameter still in its initial state, made
+        // at the first read of one.
+        Value initial;
+        // An equaliser's curve or handle, whose texts follow other parameters.
+        bool computed = false;
     };
 
-    const FixedTexts &fixedTexts(const ParameterDefinition &definition) const;
-    static QString stateKey(const QString &device, const QString &zone, const QString &prmAddr);
+    FixedTexts &fixedTexts(const ParameterDefinition &definition, const QString &model) const;
+    static StateKey stateKey(const QString &device, const QString &zone, const QString &prmAddr);
+    static StateKey stateKey(const QVariantMap &address);
+    Value answerOf(const ParameterDefinition *definition, const State &state, const StateKey &key,
+                   const QString &model) const;
+    void putState(const StateKey &key, State state);
     const ParameterDefinition *specFor(const QVariantMap &address) const;
     State initialState(const ParameterDefinition &definition) const;
     bool apply(const ParameterDefinition &definition, State *state, int kind, const QMap<QString, QString> &arguments) const;
@@ -134,8 +167,8 @@ private:
     QMap<QString, Model> m_models;
     QStringList m_deviceOrder;
     QHash<QString, QString> m_deviceModels;
-    mutable QHash<QString, State> m_states;
-    mutable QHash<QString, QString> m_curves;
+    mutable QHash<StateKey, State> m_states;
+    mutable QHash<StateKey, QString> m_curves;
     mutable QHash<const ParameterDefinition *, FixedTexts> m_fixedTexts;
     QHash<QString, Input> m_inputs;
     double m_clock = 0;

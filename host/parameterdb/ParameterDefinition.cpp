@@ -349,3 +349,13 @@ QString ParameterDefinition::positionText(double position)
     const double p = std::abs(position) < 1e-12 ? 0.0 : position;
     return QString::number(p, 'g', 6);
 }
+
+QString ParameterDefinition::valueText(double value)
+{
+    // Most values are whole numbers, far from where 'g' turns to an
+    // exponent: those skip the general formatting, which costs several
+    // times as much.
+    if (std::abs(value) < 1e6 && value == std::trunc(value))
+        return QString::number(qint64(value));
+    return QString::number(value, 'g', 10);
+}

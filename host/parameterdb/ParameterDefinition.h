@@ -65,6 +65,8 @@ public:
     double normalized(double value) const;
     //! The text of a position as the database hands it out: 6 significant digits.
     static QString positionText(double position);
+    //! The text of a value as the database hands it out ("prmValue"): 10 significant digits.
+    static QString valueText(double value);
 
     double lowest() const;
     double highest() const;

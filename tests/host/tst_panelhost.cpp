@@ -110,6 +110,7 @@ private slots:
     void deliveryFollowsControlsThatComeAndGo();
     void registryEvent();
     void readsFillTheValue();
+    void readsKeepWhatTheValueHeld();
     void loadRefusesOtherRoots();
     void devicesStartWithTheirValuesAndSignals();
     void clockRunsTheSignalsInRealTime();
@@ -292,6 +293,37 @@ void tst_PanelHost::readsFillTheValue()
     QVERIFY(!host->readParameter(ParameterAddress(at("dev3", "G")), unknown, attributes));
     QVERIFY(!unknown.payload().isValid());
     QVERIFY(unknown.isEmpty());
+}
+
+// A value or attributes that already hold texts keep those the answer
+// does not replace; a change made to a value read before leaves the next
+// read as it was.
+void tst_PanelHost::readsKeepWhatTheValueHeld()
+{
+    Value first;
+    QMap<QString, QString> shared;
+    QVERIFY(host->readParameter(ParameterAddress(at("dev2", "G")), first, shared));
+    QVERIFY(first.set("ui_prm_str", "changed"));
+
+    Value value;
+    value.set("mine", "kept");
+    value.set("ui_prm_str", "old");
+    QMap<QString, QString> attributes{{"extra", "kept"}};
+    QVERIFY(host->readParameter(ParameterAddress(at("dev2", "G")), value, attributes));
+    QCOMPARE(value.text("mine"), QStringLiteral("kept"));
+    QCOMPARE(value.text("ui_prm_str"), QStringLiteral("0"));
+    QCOMPARE(value.text("prmMax"), QStringLiteral("10"));
+    QCOMPARE(value.payload(), QVariant(QStringLiteral("0")));
+    QCOMPARE(attributes.value("extra"), QStringLiteral("kept"));
+    QCOMPARE(attributes.value("ui_prm_str"), QStringLiteral("0"));
+    QCOMPARE(attributes.value("prmType"), QStringLiteral("linear"));
+    QVERIFY(!attributes.contains("mine"));
+
+    QVERIFY(db->request(at("dev2", "G"), 0, {{"ui_prm_val", "1"}}));
+    QVERIFY(host->readParameter(ParameterAddress(at("dev2", "G")), value, attributes));
+    QCOMPARE(value.text("ui_prm_str"), QStringLiteral("10"));
+    QCOMPARE(value.payload(), QVariant(QStringLiteral("1")));
+    QCOMPARE(attributes.value("ui_prm_val"), QStringLiteral("1"));
 }
 
 void tst_PanelHost::loadRefusesOtherRoots()

@@ -2,6 +2,8 @@
 
 #include <QtTest>
 
+#include <cmath>
+
 namespace {
 
 class Recorder : public IParameterObserver
@@ -32,6 +34,47 @@ QString read(const ParameterDatabase &db, const QString &prmAddr, const char *ke
     return answer.value(QLatin1String(key)).toString();
 }
 
+Value readValue(const ParameterDatabase &db, const QVariantMap &address)
+{
+    Value value;
+    db.readParameter(address, value);
+    return value;
+}
+
+QString described(const QMap<QString, QString> &texts)
+{
+    QStringList entries;
+    for (auto it = texts.cbegin(); it != texts.cend(); ++it)
+        entries << it.key() + QLatin1Char('=') + it.value();
+    return entries.join(QLatin1String(", "));
+}
+
+// How a read into a Value differs from a read into a map, which formats
+// every text afresh; empty when they agree.
+QString difference(const ParameterDatabase &db, const QVariantMap &address)
+{
+    QVariantMap answer;
+    Value value;
+    const bool mapRead = db.readParameter(address, answer);
+    const bool valueRead = db.readParameter(address, value);
+    const QString where = address.value(QStringLiteral("dev_uniq_id")).toString() + QLatin1Char(' ')
+        + address.value(QStringLiteral("prmAddr")).toString() + QLatin1String(": ");
+    if (mapRead != valueRead)
+        return where + QStringLiteral("read %1 into a map, %2 into a value").arg(mapRead).arg(valueRead);
+    QMap<QString, QString> texts;
+    for (auto it = answer.cbegin(); it != answer.cend(); ++it) {
+        if (it->userType() != QMetaType::QString)
+            return where + it.key() + QLatin1String(" is not a text");
+        texts.insert(it.key(), it->toString());
+    }
+    if (texts != value.attributes())
+        return where + QLatin1String("map {") + described(texts) + QLatin1String("}, value {")
+            + described(value.attributes()) + QLatin1Char('}');
+    if (value.payload() != answer.value(QStringLiteral("ui_prm_val")))
+        return where + QLatin1String("payload ") + value.payload().toString();
+    return QString();
+}
+
 } // namespace
 
 class tst_ParameterDB : public QObject
@@ -57,6 +100,16 @@ private slots:
     void optionListsAreReadWithTheValue();
     void reloadedModelAnswersItsOwnTexts_data();
     void reloadedModelAnswersItsOwnTexts();
+    void bothReadsAnswerAlike_data();
+    void bothReadsAnswerAlike();
+    void writeAfterReadIsSeen_data();
+    void writeAfterReadIsSeen();
+    void valueTextHasTenSignificantDigits_data();
+    void valueTextHasTenSignificantDigits();
+    void storedTextReplacesItsKeyAlone_data();
+    void storedTextReplacesItsKeyAlone();
+    void computedTextsFollowTheirBands();
+    void metersFollowTheSignal();
 };
 
 void tst_ParameterDB::requests_data()
@@ -397,15 +450,245 @@ void tst_ParameterDB::reloadedModelAnswersItsOwnTexts()
     QFETCH(QString, after);
     QFETCH(QString, key);
     ParameterDatabase db;
-    QVERIFY(setUp(db, QStringLiteral("<Parameter address=\"P\" %1/>").arg(before)));
+    QVERIFY(setUp(db, QStringLiteral("<Parameter address=\"P\" %1/><Parameter address=\"Q\" %1/>").arg(before)));
     const QString first = read(db, "P", qPrintable(key));
     // Read twice: the second answer must not differ from the first.
     QCOMPARE(read(db, "P", qPrintable(key)), first);
-    QVERIFY(setUp(db, QStringLiteral("<Parameter address=\"P\" %1/>").arg(after)));
+    // "Q" holds a state (set back to its default), "P" none.
+    QVERIFY(db.request(at("d", "Q"), 3, {}));
+    QCOMPARE(readValue(db, at("d", "P")).text(key), first);
+    QCOMPARE(readValue(db, at("d", "Q")).text(key), first);
+    QVERIFY(setUp(db, QStringLiteral("<Parameter address=\"P\" %1/><Parameter address=\"Q\" %1/>").arg(after)));
     ParameterDatabase fresh;
     QVERIFY(setUp(fresh, QStringLiteral("<Parameter address=\"P\" %1/>").arg(after)));
     QCOMPARE(read(db, "P", qPrintable(key)), read(fresh, "P", qPrintable(key)));
     QVERIFY(read(db, "P", qPrintable(key)) != first);
+    QCOMPARE(readValue(db, at("d", "P")).text(key), read(fresh, "P", qPrintable(key)));
+    QCOMPARE(readValue(db, at("d", "Q")).text(key), read(fresh, "P", qPrintable(key)));
+}
+
+void tst_ParameterDB::bothReadsAnswerAlike_data()
+{
+    QTest::addColumn<QString>("file");
+    const QDir devices(QStringLiteral(CORVANE_DEVICES_DIR));
+    const QStringList files = devices.entryList({QStringLiteral("*.xml")}, QDir::Files, QDir::Name);
+    QVERIFY(!files.isEmpty());
+    for (const QString &file : files)
+        QTest::newRow(qPrintable(file)) << devices.filePath(file);
+}
+
+// Every parameter of a bundled model, moved to the ends of its range and
+// between, stepped, given texts that are refused and set back: a read into
+// a value, whose answers are kept, answers what a fresh read into a map
+// answers, on the device that changed and on one that did not.
+void tst_ParameterDB::bothReadsAnswerAlike()
+{
+    QFETCH(QString, file);
+    ParameterDatabase db;
+    QStringList errors;
+    QVERIFY2(db.loadModelFile(file, &errors), qPrintable(errors.join('\n')));
+    QCOMPARE(db.models().size(), 1);
+    const QString model = db.models().first();
+    QVERIFY(db.addDevice(QStringLiteral("a"), model));
+    QVERIFY(db.addDevice(QStringLiteral("b"), model));
+    const QList<ParameterDefinition> definitions = db.definitions(model);
+    QVERIFY(!definitions.isEmpty());
+    auto checkAll = [&] {
+        for (const ParameterDefinition &d : definitions) {
+            for (const QString device : {"a", "b"}) {
+                const QString diff = difference(db, at(device, d.address));
+                if (!diff.isEmpty())
+                    return diff;
+            }
+        }
+        return QString();
+    };
+    QString diff = checkAll();
+    QVERIFY2(diff.isEmpty(), qPrintable(diff));
+
+    using Step = QPair<int, QMap<QString, QString>>;
+    const auto position = [](const char *p) { return Step(0, {{QStringLiteral("ui_prm_val"), QLatin1String(p)}}); };
+    const auto typed = [](const QString &t) { return Step(1, {{QStringLiteral("ui_prm_str"), t}}); };
+    const auto stepped = [](const char *n) { return Step(2, {{QStringLiteral("ui_prm_step"), QLatin1String(n)}}); };
+    const QList<Step> steps{position("0"),   position("1"),       position("0.5"), position("0.123456789"),
+                            stepped("1"),    stepped("-1"),       position("nan"), position("inf"),
+                            position("-inf"), typed("nan"),       typed("inf"),    typed("1e308"),
+                            typed("Lead"),   typed(QString(40, QLatin1Char('x'))), Step(3, {})};
+    for (const ParameterDefinition &d : definitions) {
+        const QVariantMap address = at(QStringLiteral("a"), d.address);
+        for (const Step &step : steps) {
+            const Value before = readValue(db, address);
+            const bool applied = db.request(address, step.first, step.second);
+            if (!d.isNumeric() && step.first == 0)
+                QVERIFY2(!applied, qPrintable(d.address));
+            if (step.first == 0 && !std::isfinite(step.second.first().toDouble()))
+                QVERIFY2(!applied, qPrintable(d.address + QLatin1String(" took ") + step.second.first()));
+            if (!applied)
+                QVERIFY2(readValue(db, address) == before, qPrintable(d.address));
+            diff = difference(db, address);
+            QVERIFY2(diff.isEmpty(), qPrintable(diff));
+        }
+    }
+    diff = checkAll();
+    QVERIFY2(diff.isEmpty(), qPrintable(diff));
+}
+
+void tst_ParameterDB::writeAfterReadIsSeen_data()
+{
+    QTest::addColumn<QString>("parameter");
+    QTest::addColumn<int>("kind"); // -1 stores the texts
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("first");
+    QTest::addColumn<QString>("second");
+    QTest::addColumn<QString>("zone");
+
+    const QString gain = QStringLiteral("type=\"linear\" min=\"-6\" max=\"66\" default=\"20\" unit=\"dB\"");
+    QTest::newRow("position") << gain << 0 << "ui_prm_val" << "0.75" << "0" << "";
+    QTest::newRow("text") << gain << 1 << "ui_prm_str" << "12" << "13 dB" << "";
+    QTest::newRow("step") << gain << 2 << "ui_prm_step" << "1" << "-3" << "";
+    QTest::newRow("in a zone") << gain << 0 << "ui_prm_val" << "0.75" << "1" << "z1";
+    QTest::newRow("stored") << gain << -1 << "ui_prm_str" << "loud" << "louder" << "";
+    QTest::newRow("stored key of its own") << gain << -1 << "note" << "a" << "b" << "";
+    QTest::newRow("options") << "type=\"options\" options=\"1:1|2:1|4:1\"" << 1 << "ui_prm_str" << "4:1" << "2:1" << "";
+    QTest::newRow("on/off") << "type=\"onoff\"" << 2 << "ui_prm_step" << "1" << "-1" << "";
+    QTest::newRow("text parameter") << "type=\"text\" default=\"Ch 1\"" << 1 << "ui_prm_str" << "Lead" << "Bass" << "";
+    QTest::newRow("state parameter") << "type=\"state\" options=\"off|on\"" << -1 << "ui_prm_val" << "on" << "off" << "";
+}
+
+// Every write to a parameter is seen by the next read into a value, after
+// reads that kept the answer: twice, then back to the default.
+void tst_ParameterDB::writeAfterReadIsSeen()
+{
+    QFETCH(QString, parameter);
+    QFETCH(int, kind);
+    QFETCH(QString, key);
+    QFETCH(QString, first);
+    QFETCH(QString, second);
+    QFETCH(QString, zone);
+    ParameterDatabase db;
+    QStringList errors;
+    QVERIFY2(setUp(db, QStringLiteral("<Parameter address=\"P\" %1/>").arg(parameter), &errors),
+             qPrintable(errors.join('\n')));
+    QVERIFY(db.addDevice(QStringLiteral("e"), QStringLiteral("M")));
+    QVariantMap address = at(QStringLiteral("d"), QStringLiteral("P"));
+    if (!zone.isEmpty())
+        address.insert(QStringLiteral("zone_uniq_id"), zone);
+    const Value initial = readValue(db, address);
+    QVERIFY(!initial.isEmpty());
+    QCOMPARE(readValue(db, address), initial);
+
+    Value last = initial;
+    for (const QString &argument : {first, second}) {
+        const bool applied = kind < 0 ? db.store(address, {{key, argument}}) : db.request(address, kind, {{key, argument}});
+        QVERIFY(applied);
+        const QString diff = difference(db, address);
+        QVERIFY2(diff.isEmpty(), qPrintable(diff));
+        const Value now = readValue(db, address);
+        QVERIFY2(now != last, qPrintable(described(now.attributes())));
+        QCOMPARE(readValue(db, address), now);
+        last = now;
+    }
+    if (!parameter.contains(QLatin1String("state"))) { // which the device alone sets
+        QVERIFY(db.request(address, 3, {}));
+        QCOMPARE(readValue(db, address), initial);
+    }
+    // Neither the other device nor the parameter outside the zone moved.
+    QCOMPARE(readValue(db, at(QStringLiteral("e"), QStringLiteral("P"))), initial);
+    if (!zone.isEmpty()) {
+        QVERIFY(db.request(address, 0, {{QStringLiteral("ui_prm_val"), QStringLiteral("1")}}));
+        QCOMPARE(readValue(db, at(QStringLiteral("d"), QStringLiteral("P"))), initial);
+    }
+}
+
+void tst_ParameterDB::valueTextHasTenSignificantDigits_data()
+{
+    QTest::addColumn<double>("value");
+    for (double v : {0.0, -0.0, 1.0, -1.0, 20.0, -138.0, 48000.0, 999999.0, -999999.0, 1e6, -1e6, 1234567.0,
+                     1234567890.0, 12345678901.0, 1e15, 1e300, 0.5, -0.25, 1e-5, 123456.5, 999999.5, 0.1 + 0.2,
+                     qInf(), -qInf(), qQNaN()})
+        QTest::addRow("%.17g", v) << v;
+}
+
+// What "prmValue" has always held: the general 'g' formatting, whatever
+// shortcut the value takes.
+void tst_ParameterDB::valueTextHasTenSignificantDigits()
+{
+    QFETCH(double, value);
+    QCOMPARE(ParameterDefinition::valueText(value), QString::number(value, 'g', 10));
+}
+
+void tst_ParameterDB::storedTextReplacesItsKeyAlone_data()
+{
+    QTest::addColumn<QString>("parameter");
+    QTest::addColumn<QString>("key");
+    const QString meter = QStringLiteral("type=\"meter\" min=\"-60\" max=\"0\" default=\"-20\" inf=\"true\"");
+    const QString gain = QStringLiteral("type=\"linear\" min=\"-6\" max=\"66\" default=\"20\" unit=\"dB\"");
+    for (const char *key : {"ui_prm_val", "ui_prm_str", "prmValue", "ui_prm_prak", "prmMin", "note"}) {
+        QTest::addRow("meter %s", key) << meter << key;
+        QTest::addRow("linear %s", key) << gain << key;
+    }
+    QTest::newRow("text ui_prm_val") << "type=\"text\" default=\"Ch 1\"" << "ui_prm_val";
+}
+
+// A stored text replaces the answer's text of its key and leaves every
+// other one as the parameter's type formats it.
+void tst_ParameterDB::storedTextReplacesItsKeyAlone()
+{
+    QFETCH(QString, parameter);
+    QFETCH(QString, key);
+    ParameterDatabase db;
+    QVERIFY(setUp(db, QStringLiteral("<Parameter address=\"P\" %1/>").arg(parameter)));
+    QMap<QString, QString> expected = readValue(db, at("d", "P")).attributes();
+    QVERIFY(!expected.isEmpty());
+    expected.insert(key, QStringLiteral("stored"));
+    QVERIFY(db.store(at("d", "P"), {{key, "stored"}}));
+    QCOMPARE(readValue(db, at("d", "P")).attributes(), expected);
+    const QString diff = difference(db, at("d", "P"));
+    QVERIFY2(diff.isEmpty(), qPrintable(diff));
+}
+
+// An equaliser's handle and curves change with the band they follow,
+// however often they were read before.
+void tst_ParameterDB::computedTextsFollowTheirBands()
+{
+    ParameterDatabase db;
+    QVERIFY(setUp(db, "<Equalizer path=\"EQ\" bands=\"2\" frequencies=\"100 1000\"/>"));
+    const QStringList followers{"EQ/Band1/Point", "Graph:EQ/Curve", "Graph:EQ/Total"};
+    // A text of its own gives the total a state; the others have none.
+    QVERIFY(db.store(at("d", "Graph:EQ/Total"), {{"note", "x"}}));
+    QList<Value> before;
+    for (const QString &prmAddr : followers) {
+        before << readValue(db, at("d", prmAddr));
+        QVERIFY2(!before.last().text("ui_prm_str").isEmpty(), qPrintable(prmAddr));
+        QCOMPARE(readValue(db, at("d", prmAddr)), before.last());
+    }
+    QVERIFY(db.request(at("d", "EQ/Band1/Gain"), 1, {{"ui_prm_str", "6"}}));
+    for (int i = 0; i < followers.size(); ++i) {
+        const QString diff = difference(db, at("d", followers.at(i)));
+        QVERIFY2(diff.isEmpty(), qPrintable(diff));
+        QVERIFY2(readValue(db, at("d", followers.at(i))) != before.at(i), qPrintable(followers.at(i)));
+    }
+}
+
+void tst_ParameterDB::metersFollowTheSignal()
+{
+    ParameterDatabase db;
+    QVERIFY(setUp(db, "<Parameter address=\"Meter:L\" type=\"meter\" min=\"-60\" max=\"0\" inf=\"true\"/>"
+                      "<Input name=\"In\" level=\"Meter:L\" attack=\"10\" release=\"300\" hold=\"1000\"/>"));
+    const Value silent = readValue(db, at("d", "Meter:L"));
+    QCOMPARE(readValue(db, at("d", "Meter:L")), silent);
+    SignalSource tone;
+    tone.kind = SignalSource::Tone;
+    tone.level = -12;
+    QVERIFY(db.setSignal("d", "In", tone));
+    for (int frame = 0; frame < 3; ++frame) {
+        const Value last = readValue(db, at("d", "Meter:L"));
+        db.advance(40);
+        const QString diff = difference(db, at("d", "Meter:L"));
+        QVERIFY2(diff.isEmpty(), qPrintable(diff));
+        QVERIFY(readValue(db, at("d", "Meter:L")) != last);
+    }
+    QVERIFY(readValue(db, at("d", "Meter:L")).text("ui_prm_prak") != silent.text("ui_prm_prak"));
 }
 
 QTEST_GUILESS_MAIN(tst_ParameterDB)
