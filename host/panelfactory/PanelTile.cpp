@@ -2,8 +2,7 @@
 
 #include <corvane/IPanelFactory.h>
 
-#include <QChildEvent>
-#include <QCoreApplication>
+#include <QEvent>
 
 namespace {
 
@@ -50,11 +49,9 @@ void PanelTile::fit()
 void PanelTile::reshape(const QRect &area)
 {
     const QPoint shift = area.topLeft();
-    m_reshaping = true;
     if (!shift.isNull())
         forEachControl(this, [&](QWidget *w) { w->move(w->pos() - shift); });
     setGeometry(QRect(pos() + shift, area.size()));
-    m_reshaping = false;
 }
 
 // Tiles of a page may overlap. Qt gives a click to the topmost child whose
@@ -101,43 +98,32 @@ void PanelTile::updateMasksAbove()
     }
 }
 
-bool PanelTile::event(QEvent *event)
+// Keeps the tile around its controls and its mask up to date. The
+// library's controls send a layout request when they move beyond the tile
+// or inside a masked one, and Qt posts one when a control is shown or
+// hidden on a shown page; what changed while the page was hidden is seen
+// when the tile is shown.
+void PanelTile::settle()
 {
-    if (event->type() == QEvent::ChildAdded) {
-        QObject *child = static_cast<QChildEvent *>(event)->child();
-        if (child->isWidgetType())
-            child->installEventFilter(this);
-    } else if (event->type() == QEvent::ChildRemoved) {
-        static_cast<QChildEvent *>(event)->child()->removeEventFilter(this);
-    } else if (event->type() == QEvent::LayoutRequest && m_maskPending) {
-        m_maskPending = false;
-        if (!m_spread)
-            updateMask();
-        return true;
+    if (m_spread)
+        return;
+    QRect area = rect();
+    forEachControl(this, [&](QWidget *w) { area |= w->geometry(); });
+    if (area != rect()) {
+        reshape(area);
+        updateMask();
+        updateMasksAbove();
+    } else {
+        updateMask();
     }
-    return QWidget::event(event);
 }
 
-bool PanelTile::eventFilter(QObject *watched, QEvent *event)
+bool PanelTile::event(QEvent *event)
 {
-    // A hidden control's geometry changes are told when it is shown.
-    const QEvent::Type type = event->type();
-    if (!m_reshaping && !m_spread && watched->parent() == this
-        && (type == QEvent::Move || type == QEvent::Resize || type == QEvent::ShowToParent
-            || type == QEvent::HideToParent)) {
-        auto *w = static_cast<QWidget *>(watched);
-        if (!w->isWindow()) {
-            if (!rect().contains(w->geometry())) {
-                reshape(rect() | w->geometry());
-                updateMask();
-                updateMasksAbove();
-            } else if (!m_maskPending && !mask().isEmpty()) {
-                // Controls that move inside the tile change its mask; a
-                // page shown for the first time moves them all.
-                m_maskPending = true;
-                QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
-            }
-        }
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show) {
+        settle();
+        if (event->type() == QEvent::LayoutRequest)
+            return true;
     }
-    return QWidget::eventFilter(watched, event);
+    return QWidget::event(event);
 }

@@ -17,7 +17,8 @@
     and behaves as if the controls were on it. It is created spread over
     the whole page, so that controls placed while the page is built land
     where they belong; fit() then shrinks it around them. A control that
-    later moves or grows beyond the tile makes the tile grow with it.
+    later moves or grows beyond the tile makes the tile grow with it (see
+    panelTileProperty for how the tile hears of it).
 */
 class PanelTile : public QWidget
 {
@@ -33,16 +34,14 @@ public:
 
 protected:
     bool event(QEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void reshape(const QRect &area);
+    void settle();
     void updateMask();
     void updateMasksAbove();
 
-    bool m_reshaping = false;
     bool m_spread = true;
-    bool m_maskPending = false;
 };
 
 #endif

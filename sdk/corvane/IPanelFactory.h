@@ -39,7 +39,10 @@ public:
     of thousands of controls repaints much faster when they sit in tiles of
     a few dozen. Tiles are direct children of the page. A control inside one
     places itself in page coordinates and takes the page, not the tile, as
-    its panel; the host keeps each tile around its controls.
+    its panel; the host keeps each tile around its controls. A control that
+    places itself beyond its tile, or inside a tile that has a mask, sends
+    the tile a QEvent::LayoutRequest, as Qt posts one to a shown tile when
+    one of its controls is shown or hidden.
 */
 constexpr char panelTileProperty[] = "corvaneTile";
 

@@ -81,7 +81,7 @@ bool BaseWidget::setZoom(float zoom)
 {
     if (zoom <= 0.0f)
         return false;
-    setGeometry(PanelTiles::fromPage(this, QRect(scaledPosition(m_designPosition, zoom), scaledSize(m_designSize, zoom))));
+    PanelTiles::place(this, QRect(scaledPosition(m_designPosition, zoom), scaledSize(m_designSize, zoom)));
     applyFont(zoom);
     return true;
 }

@@ -146,7 +146,7 @@ bool BaseWidget::readRect(const QDomElement &e)
     const float zoom = zoomFactor();
     const QPoint pos = scaledPosition(m_designPosition, zoom);
     const QSize size = scaledSize(m_designSize, zoom);
-    setGeometry(PanelTiles::fromPage(this, QRect(pos, size)));
+    PanelTiles::place(this, QRect(pos, size));
     if (e.hasAttribute(QStringLiteral("fixed"))) {
         const QString fixed = e.attribute(QStringLiteral("fixed"));
         if (fixed.contains(QLatin1String("height")))

@@ -2,6 +2,8 @@
 
 #include <corvane/IPanelFactory.h>
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QWidget>
 
 namespace PanelTiles {
@@ -27,6 +29,19 @@ QPoint originOf(const QWidget *w)
     if (!parent || parent->pos().isNull() || !isTile(parent))
         return QPoint();
     return parent->pos();
+}
+
+void place(QWidget *w, const QRect &pageRect)
+{
+    const QRect r = fromPage(w, pageRect);
+    w->setGeometry(r);
+    // While the page is built its tiles cover it whole and hold no mask,
+    // so this asks nothing of the parent for almost every control.
+    QWidget *parent = w->parentWidget();
+    if (parent && (!parent->rect().contains(r) || !parent->mask().isEmpty()) && isTile(parent)) {
+        QEvent request(QEvent::LayoutRequest);
+        QCoreApplication::sendEvent(parent, &request);
+    }
 }
 
 } // namespace PanelTiles

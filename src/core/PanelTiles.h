@@ -20,6 +20,8 @@ QWidget *pageOf(const QWidget *w);
 QPoint originOf(const QWidget *w);
 //! \a pageRect in the coordinates of the parent of \a w.
 inline QRect fromPage(const QWidget *w, const QRect &pageRect) { return pageRect.translated(-originOf(w)); }
+//! Gives \a w the place \a pageRect on its page; a tile it leaves or that masks itself is told.
+void place(QWidget *w, const QRect &pageRect);
 
 } // namespace PanelTiles
 

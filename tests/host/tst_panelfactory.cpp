@@ -310,6 +310,14 @@ void tst_PanelFactory::tilesGrowWithTheirControls()
         QTRY_COMPARE(page->childAt(move.to.center()), w);
     }
 
+    // Hidden, its place in the mask goes; shown again, it takes clicks again.
+    QWidget *inGap = widgetOf(host.control(QStringLiteral("c128")));
+    const QPoint gap = onPage(inGap, page).center();
+    inGap->hide();
+    QTRY_VERIFY(page->childAt(gap) != inGap);
+    inGap->show();
+    QTRY_COMPARE(page->childAt(gap), inGap);
+
     // Scripts see places on the page.
     QString output;
     QTextStream out(&output);
