@@ -136,7 +136,7 @@ bool BaseWidget::readRect(const QDomElement &e)
     int v[4];
     for (int i = 0; i < 4; ++i) {
         bool ok = false;
-        v[i] = qBound(fields[i].low, e.attribute(fields[i].name).toInt(&ok), Saturating::maxPixels);
+        v[i] = qBound(fields[i].low, Saturating::parseInt(e.attribute(fields[i].name), &ok), Saturating::maxPixels);
         if (!ok)
             return false;
     }

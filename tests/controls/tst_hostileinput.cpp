@@ -71,6 +71,8 @@ private:
 private slots:
     void positionSteps_data();
     void positionSteps();
+    void integersReadAsQtReadsThem_data();
+    void integersReadAsQtReadsThem();
     void dragStartsInsideTheRange_data();
     void dragStartsInsideTheRange();
     void hugeBeamStep();
@@ -106,6 +108,50 @@ void tst_HostileInput::positionSteps_data()
     QTest::newRow("-inf") << "-inf" << 300 << 0 << true;
     QTest::newRow("nan") << "nan" << 300 << 0 << true;
     QTest::newRow("not a number") << "loud" << 300 << 0 << true;
+}
+
+void tst_HostileInput::integersReadAsQtReadsThem_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<bool>("ok");
+
+    QTest::newRow("plain") << "120" << 120 << true;
+    QTest::newRow("negative") << "-35" << -35 << true;
+    QTest::newRow("minus zero") << "-0" << 0 << true;
+    QTest::newRow("leading zeros") << "007" << 7 << true;
+    QTest::newRow("nine digits") << "999999999" << 999999999 << true;
+    QTest::newRow("ten digits") << "2147483647" << 2147483647 << true;
+    QTest::newRow("too large") << "2147483648" << 0 << false;
+    QTest::newRow("most negative") << "-2147483648" << int(0x80000000u) << true;
+    QTest::newRow("plus sign") << "+5" << 5 << true;
+    QTest::newRow("blanks around") << " 12 " << 12 << true;
+    QTest::newRow("empty") << "" << 0 << false;
+    QTest::newRow("minus alone") << "-" << 0 << false;
+    QTest::newRow("two minus") << "--5" << 0 << false;
+    QTest::newRow("trailing letter") << "12px" << 0 << false;
+    QTest::newRow("fraction") << "1.5" << 0 << false;
+    QTest::newRow("exponent") << "1e3" << 0 << false;
+    QTest::newRow("hexadecimal") << "0x10" << 0 << false;
+    QTest::newRow("other digits") << QString::fromUtf8("\u0661\u0662") << 0 << false;
+    QTest::newRow("full-width digits") << QString::fromUtf8("\uff11\uff12") << 0 << false;
+}
+
+void tst_HostileInput::integersReadAsQtReadsThem()
+{
+    QFETCH(QString, text);
+    QFETCH(int, value);
+    QFETCH(bool, ok);
+    bool parsed = !ok;
+    const int v = Saturating::parseInt(text, &parsed);
+    QCOMPARE(parsed, ok);
+    if (ok)
+        QCOMPARE(v, value);
+    // What QString::toInt() makes of it, whichever way it was read.
+    bool qtOk = false;
+    const int qt = text.toInt(&qtOk);
+    QCOMPARE(parsed, qtOk);
+    QCOMPARE(v, qt);
 }
 
 void tst_HostileInput::positionSteps()
