@@ -49,6 +49,11 @@ void tst_ParameterManagement::cycles_data()
     // New entries stand ahead of the older ones, newest first.
     QTest::newRow("addition order per address")
         << QStringList{"+a1", "commit", "+a2", "+a3", "commit"} << "a=3,2,1" << 0 << 0;
+    QTest::newRow("addition order in a first commit")
+        << QStringList{"+a1", "+b2", "+a2", "+a3", "commit"} << "a=3,2,1 b=2" << 0 << 0;
+    QTest::newRow("a table emptied, then filled again")
+        << QStringList{"+a1", "commit", "-a1", "+b1", "+a2", "commit", "+a3", "commit", "-b1", "commit"} << "a=3,2"
+        << 0 << 0;
 }
 
 void tst_ParameterManagement::cycles()
