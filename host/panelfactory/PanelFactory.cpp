@@ -134,6 +134,7 @@ QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IH
     const bool tiled = controls > tiledAbove;
     QVector<PanelTile *> tiles;
     int inTile = 0;
+    QRect tileArea;
 
     int count = 0;
     for (QDomElement e = panel.firstChildElement(QStringLiteral("Widget")); !e.isNull();
@@ -147,8 +148,11 @@ QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IH
         }
         const QString type = e.attribute(QStringLiteral("type"));
         const QString name = e.attribute(QStringLiteral("name"));
-        if (tiled && inTile++ % tileSize == 0)
+        if (tiled && (tiles.isEmpty() || inTile == 2 * tileSize)) {
             tiles.append(new PanelTile(page));
+            inTile = 0;
+            tileArea = QRect();
+        }
         IWidgetCore *core = widgets->create(type, tiled ? tiles.last() : page, hostCore, registry);
         QWidget *w = core ? widgetOf(core) : nullptr;
         if (!w) {
@@ -165,6 +169,22 @@ QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IH
         }
         core->configure(element);
         core->setZoom(zoom);
+        if (tiled && w->parentWidget() == tiles.last()) {
+            // A full tile closes where its run of controls leaves its area:
+            // on a page laid out in rows or columns its tiles then meet
+            // without overlapping, and none needs a mask.
+            const QRect place = w->geometry();
+            if (inTile >= tileSize
+                && (place.top() > tileArea.bottom() || place.bottom() < tileArea.top()
+                    || place.left() > tileArea.right() || place.right() < tileArea.left())) {
+                tiles.append(new PanelTile(page));
+                w->setParent(tiles.last());
+                inTile = 0;
+                tileArea = QRect();
+            }
+            ++inTile;
+            tileArea |= place;
+        }
         if (!(w->testAttribute(Qt::WA_WState_ExplicitShowHide) && w->isHidden()))
             w->setVisible(true);
     }

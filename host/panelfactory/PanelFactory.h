@@ -52,7 +52,12 @@ public:
     */
     static constexpr int maxControlsPerPage = 10000;
 
-    //! Pages of more controls than this hold them in PanelTile groups of tileSize.
+    /*!
+        Pages of more controls than this hold them in PanelTile groups of
+        consecutive controls. A tile takes at least tileSize of them and
+        closes at the first one that lies wholly beside, above or below
+        what it holds, or at twice tileSize.
+    */
     static constexpr int tiledAbove = 256;
     static constexpr int tileSize = 64;
 

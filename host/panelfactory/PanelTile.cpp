@@ -64,14 +64,21 @@ void PanelTile::updateMask()
     QWidget *page = parentWidget();
     if (!page)
         return;
+    const QRect own = geometry();
     QRegion area(rect());
+    bool overlaps = false;
     for (QObject *o : page->children()) {
         if (o == this)
             break;
-        if (o->isWidgetType() && !static_cast<QWidget *>(o)->isHidden())
-            area -= static_cast<QWidget *>(o)->geometry().translated(-pos());
+        if (!o->isWidgetType() || static_cast<QWidget *>(o)->isHidden())
+            continue;
+        const QRect below = static_cast<QWidget *>(o)->geometry();
+        if (below.intersects(own)) {
+            area -= below.translated(-pos());
+            overlaps = true;
+        }
     }
-    if (area == QRegion(rect())) {
+    if (!overlaps) {
         clearMask();
         return;
     }

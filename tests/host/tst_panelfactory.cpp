@@ -31,19 +31,24 @@ QList<QWidget *> controlsOf(QWidget *page)
     return out;
 }
 
-// Control i of a grid page, 20 to a row. Scrambled, consecutive controls
-// lie far apart, so that the tiles overlap each other.
-QRect gridRect(int i, int n, bool scrambled)
+enum Layout { Rows, Scrambled, Columns };
+
+// Control i of a grid page, 20 to a row, described row by row or column by
+// column. Scrambled, consecutive controls lie far apart, so that the tiles
+// overlap each other.
+QRect gridRect(int i, int n, Layout layout)
 {
-    const int cell = scrambled ? int(qint64(i) * 7919 % n) : i;
+    const int cell = layout == Scrambled ? int(qint64(i) * 7919 % n)
+                     : layout == Columns ? i % (n / 20) * 20 + i / (n / 20)
+                                         : i;
     return QRect(cell % 20 * 40, cell / 20 * 12, 36, 10);
 }
 
-QString gridPage(int n, bool scrambled, const QString &extra = QString())
+QString gridPage(int n, Layout layout, const QString &extra = QString())
 {
     QString xml = QStringLiteral("<Panel width='800' height='%1'>\n").arg((n / 20 + 1) * 12);
     for (int i = 0; i < n; ++i) {
-        const QRect r = gridRect(i, n, scrambled);
+        const QRect r = gridRect(i, n, layout);
         xml += QStringLiteral("<Widget type='Dial' name='c%1'><Rect x='%2' y='%3' width='%4' height='%5'/></Widget>\n")
                    .arg(i).arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
         if (i == n / 2)
@@ -64,14 +69,14 @@ QRect onPage(const QWidget *w, const QWidget *page)
 
 // Every control where its description puts it, the one a click at its
 // centre reaches, and every tile fitted tightly around its controls.
-void checkPlaces(QWidget *page, int n, bool scrambled, float zoom)
+void checkPlaces(QWidget *page, int n, Layout layout, float zoom)
 {
     const QList<QWidget *> controls = controlsOf(page);
     QCOMPARE(controls.size(), n);
     for (int i = 0; i < n; ++i) {
         QWidget *w = controls.at(i);
         QCOMPARE(w->objectName(), QStringLiteral("c%1").arg(i));
-        const QRect expected = scaled(gridRect(i, n, scrambled), zoom);
+        const QRect expected = scaled(gridRect(i, n, layout), zoom);
         QCOMPARE(onPage(w, page), expected);
         QCOMPARE(page->childAt(expected.center()), w);
     }
@@ -229,32 +234,55 @@ void tst_PanelFactory::panelByName()
 void tst_PanelFactory::largePagesGoInTiles_data()
 {
     QTest::addColumn<int>("n");
-    QTest::addColumn<bool>("scrambled");
-    QTest::newRow("as many as fit on a page") << PanelFactory::tiledAbove << false;
-    QTest::newRow("more, in rows") << PanelFactory::tiledAbove + 44 << false;
-    QTest::newRow("more, scrambled") << PanelFactory::tiledAbove + 44 << true;
+    QTest::addColumn<int>("layout");
+    QTest::addColumn<QList<int>>("firsts"); // the first control of each tile
+    QTest::addColumn<bool>("overlapping");
+    QTest::newRow("as many as fit on a page") << PanelFactory::tiledAbove << int(Rows) << QList<int>() << false;
+    // 20 to a row: tiles close at the end of the row that fills them.
+    QTest::newRow("more, in rows") << PanelFactory::tiledAbove + 44 << int(Rows) << QList<int>{0, 80, 160, 240}
+                                   << false;
+    // 15 to a column.
+    QTest::newRow("more, in columns") << PanelFactory::tiledAbove + 44 << int(Columns)
+                                      << QList<int>{0, 75, 150, 225} << false;
+    // No run of controls ever leaves the area its tile holds.
+    QTest::newRow("more, scrambled") << PanelFactory::tiledAbove + 44 << int(Scrambled)
+                                     << QList<int>{0, 2 * PanelFactory::tileSize, 4 * PanelFactory::tileSize}
+                                     << true;
 }
 
 void tst_PanelFactory::largePagesGoInTiles()
 {
     QFETCH(int, n);
-    QFETCH(bool, scrambled);
-    QScopedPointer<QWidget> page(build(gridPage(n, scrambled)));
+    QFETCH(int, layout);
+    QFETCH(QList<int>, firsts);
+    QFETCH(bool, overlapping);
+    QScopedPointer<QWidget> page(build(gridPage(n, Layout(layout))));
     QVERIFY(page);
-    const bool tiled = n > PanelFactory::tiledAbove;
     const QList<QWidget *> controls = controlsOf(page.data());
     QCOMPARE(controls.size(), n);
+    QList<QWidget *> tiles;
     for (int i = 0; i < n; ++i) {
         QWidget *parent = controls.at(i)->parentWidget();
-        if (!tiled) {
+        if (firsts.isEmpty()) {
             QCOMPARE(parent, page.data());
             continue;
         }
         QVERIFY(parent->property(panelTileProperty).toBool());
         QCOMPARE(parent->parentWidget(), page.data());
-        QCOMPARE(parent, controls.at(i / PanelFactory::tileSize * PanelFactory::tileSize)->parentWidget());
+        if (firsts.contains(i))
+            tiles.append(parent);
+        QCOMPARE(parent, tiles.last());
     }
-    checkPlaces(page.data(), n, scrambled, 1.0f);
+    QCOMPARE(tiles.size(), firsts.size());
+    QCOMPARE(QSet<QWidget *>(tiles.begin(), tiles.end()).size(), tiles.size());
+    bool masked = false;
+    for (int t = 0; t < tiles.size(); ++t) {
+        masked = masked || !tiles.at(t)->mask().isEmpty();
+        for (int u = 0; u < t && !overlapping; ++u)
+            QVERIFY(!tiles.at(t)->geometry().intersects(tiles.at(u)->geometry()));
+    }
+    QCOMPARE(masked, overlapping);
+    checkPlaces(page.data(), n, Layout(layout), 1.0f);
 }
 
 void tst_PanelFactory::tilesFollowZoomAndMoves()
@@ -262,24 +290,25 @@ void tst_PanelFactory::tilesFollowZoomAndMoves()
     const int n = PanelFactory::tiledAbove + 44;
     PanelHost host(ParameterDatabase::instance());
     QString error;
-    QVERIFY2(host.load(gridPage(n, true).toUtf8(), QStringLiteral("grid.xml"), &error), qPrintable(error));
+    QVERIFY2(host.load(gridPage(n, Scrambled).toUtf8(), QStringLiteral("grid.xml"), &error), qPrintable(error));
     QVERIFY2(host.build(&m_factory, &error), qPrintable(error));
     QWidget *page = host.panel();
     QVERIFY(!host.tiles().isEmpty());
     for (float zoom : {2.0f, 0.5f, 1.5f}) {
         host.setZoom(zoom);
-        checkPlaces(page, n, true, zoom);
+        checkPlaces(page, n, Scrambled, zoom);
     }
 }
 
 void tst_PanelFactory::tilesGrowWithTheirControls()
 {
     // In rows, each tile holds a band of the page; controls leave theirs,
-    // down and up, first on a hidden page and then on a shown one. The tile grows with the control and a click still reaches it.
+    // down and up, first on a hidden page and then on a shown one. The tile
+    // grows with the control and a click still reaches it.
     const int n = PanelFactory::tiledAbove + 44;
     PanelHost host(ParameterDatabase::instance());
     QString error;
-    QVERIFY2(host.load(gridPage(n, false).toUtf8(), QStringLiteral("grid.xml"), &error), qPrintable(error));
+    QVERIFY2(host.load(gridPage(n, Rows).toUtf8(), QStringLiteral("grid.xml"), &error), qPrintable(error));
     QVERIFY2(host.build(&m_factory, &error), qPrintable(error));
     QWidget *page = host.panel();
     QDomDocument doc;
@@ -290,8 +319,9 @@ void tst_PanelFactory::tilesGrowWithTheirControls()
     } moves[] = {{"c299", QRect(0, 0, 80, 40)},
                  // into the gap between two controls of later tiles
                  {"c128", QRect(36, 148, 4, 4)},
-                 // inside its grown tile, into a gap of the tile beneath
-                 {"c129", QRect(36, 74, 4, 4)},
+                 // inside the last tile, masked since c299 grew it, into a
+                 // gap of the first tile
+                 {"c250", QRect(116, 20, 4, 4)},
                  {"c0", QRect(770, 180, 20, 10)}, {"c64", QRect(300, 180, 36, 10)},
                  {"c200", QRect(100, 10, 36, 10)}};
     for (const auto &move : moves) {
@@ -334,7 +364,7 @@ void tst_PanelFactory::veilLiesOnTheTiledPage()
     // because the device is bypassed.
     m_host.setParameter(QStringLiteral("dev1"), QStringLiteral("Bypass"), QStringLiteral("1"), QStringLiteral("On"));
     const int n = PanelFactory::tiledAbove + 44;
-    QScopedPointer<QWidget> page(build(gridPage(n, true,
+    QScopedPointer<QWidget> page(build(gridPage(n, Scrambled,
                                                 QStringLiteral("<Widget type='DisablePanelContainer' name='veil'>"
                                                                "<Rect x='0' y='0' width='800' height='400'/>"
                                                                "<Address prmAddr='Bypass'/>"
@@ -359,7 +389,7 @@ void tst_PanelFactory::enableTargetsInEveryTile()
 {
     m_host.setParameter(QStringLiteral("dev1"), QStringLiteral("Link"), QStringLiteral("0"), QStringLiteral("Off"));
     const int n = PanelFactory::tiledAbove + 44;
-    QScopedPointer<QWidget> page(build(gridPage(n, false,
+    QScopedPointer<QWidget> page(build(gridPage(n, Rows,
                                                 QStringLiteral("<Widget type='ChangeEnableButton' name='link'>"
                                                                "<Address prmAddr='Link'/><Target>c0</Target>"
                                                                "<Target>c%1</Target></Widget>\n").arg(n - 1))));
