@@ -201,11 +201,13 @@ QRect Meter::litRect(int pixels) const
 
 void Meter::updateBetween(int fromPixels, int toPixels)
 {
-    const int lo = qMin(fromPixels, toPixels);
-    const int hi = qMax(fromPixels, toPixels);
-    if (lo == hi)
-        return;
-    update(litFromTop() ? QRect(0, lo, width(), hi - lo) : QRect(0, height() - hi, width(), hi - lo));
+    // The whole meter rather than the rows between the two heights. Qt joins
+    // what every widget asks to repaint in a frame into one region; beside
+    // each other, rectangles of different heights never merge, so a frame of
+    // many meters took time growing with the square of their number. Whole
+    // meters in a row share one band and join at its end.
+    if (qBound(0, fromPixels, height()) != qBound(0, toPixels, height()))
+        update();
 }
 
 void Meter::readLevel()
@@ -238,6 +240,21 @@ void Meter::paintEvent(QPaintEvent *)
     paintBase(painter);
 }
 
+namespace {
+
+// Draws the part of \a pixmap, made at the widget's size, that lies in \a
+// area. A source rectangle is much cheaper than a clip, which the painter
+// would intersect with the paint event's region and then undo.
+void drawPart(QPainter &painter, const QPixmap &pixmap, const QRect &area)
+{
+    if (area.isEmpty())
+        return;
+    const qreal dpr = pixmap.devicePixelRatio();
+    painter.drawPixmap(QRectF(area), pixmap, QRectF(QPointF(area.topLeft()) * dpr, QSizeF(area.size()) * dpr));
+}
+
+} // namespace
+
 void Meter::paintMeter(QPainter &painter)
 {
     const QPixmap image = meterImage();
@@ -246,17 +263,10 @@ void Meter::paintMeter(QPainter &painter)
     if (!m_track.isNull()) {
         // The track does not show where an opaque bar is lit.
         const int litRows = m_shownOpaque ? qMin(int(m_level), height()) : 0;
-        const QRect unlit = litFromTop() ? QRect(0, litRows, width(), height() - litRows)
-                                         : QRect(0, 0, width(), height() - litRows);
-        if (!unlit.isEmpty()) {
-            const qreal dpr = m_track.devicePixelRatio();
-            painter.drawPixmap(QRectF(unlit), m_track, QRectF(QPointF(unlit.topLeft()) * dpr, QSizeF(unlit.size()) * dpr));
-        }
+        drawPart(painter, m_track,
+                 litFromTop() ? QRect(0, litRows, width(), height() - litRows)
+                              : QRect(0, 0, width(), height() - litRows));
     }
-    if (m_level <= 0)
-        return;
-    painter.save();
-    painter.setClipRect(litRect(m_level));
-    painter.drawPixmap(QPoint(0, 0), image);
-    painter.restore();
+    if (m_level > 0)
+        drawPart(painter, image, litRect(qMin(int(m_level), height())));
 }

@@ -77,7 +77,7 @@ protected:
     QPixmap meterImage() const;
     //! Re-reads the level from the level address (0 while offline).
     void readLevel();
-    //! Repaints the rows that differ between two lit heights.
+    //! Repaints the meter when two lit heights show differently.
     void updateBetween(int fromPixels, int toPixels);
 
     void ownValueChanged(int index) override;
