@@ -254,7 +254,19 @@ QWidget *buildBare(const QVector<Slot> &places)
     return page;
 }
 
-// Sets the value a stock or Qwt control shows to \a v (0 to 1).
+// The same layout of QWidgets that fill their rectangle with one colour
+// and nothing else: the least any widget repainted by Qt costs on a shown
+// window, whatever it draws.
+QWidget *buildFloor(const QVector<Slot> &places)
+{
+    QWidget *page = buildBare(places);
+    for (QWidget *w : page->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
+        w->setAutoFillBackground(true);
+    return page;
+}
+
+// Sets the value a stock or Qwt control shows to \a v (0 to 1); a floor
+// widget is repainted.
 void setAnchorValue(QWidget *w, double v)
 {
     if (auto *t = qobject_cast<QwtThermo *>(w))
@@ -269,6 +281,8 @@ void setAnchorValue(QWidget *w, double v)
         e->setText(QString::number(-60 + 60 * v, 'f', 1));
     else if (auto *b = qobject_cast<QPushButton *>(w))
         b->setChecked(v >= 0.5);
+    else
+        w->update();
 }
 
 // Shows \a page and waits until the platform has exposed it, so that
@@ -466,7 +480,8 @@ void meterStep(Environment &env, int reps, bool shown)
     QWidget *library = host->panel();
     std::unique_ptr<QWidget> bars(buildDirect(places, false));
     std::unique_ptr<QWidget> thermos(buildDirect(places, true));
-    QList<QWidget *> pages{library, bars.get(), thermos.get()};
+    std::unique_ptr<QWidget> floor(buildFloor(places));
+    QList<QWidget *> pages{library, bars.get(), thermos.get(), floor.get()};
     for (QWidget *page : pages) {
         if (shown)
             showExposed(page);
@@ -491,6 +506,7 @@ void meterStep(Environment &env, int reps, bool shown)
         meters.append(widgetOf(core));
     const QList<QWidget *> barWidgets = bars->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     const QList<QWidget *> thermoWidgets = thermos->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+    const QList<QWidget *> floorWidgets = floor->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     // All start dark, as the library's meters do, so that every meter
     // changes in the first frame too.
     for (int i = 0; i < count; ++i) {
@@ -535,6 +551,11 @@ void meterStep(Environment &env, int reps, bool shown)
             frame(thermos.get(), [&](int i, double v) { setAnchorValue(thermoWidgets.at(i), v); }, k);
         time.add("thermos", t.nsecsElapsed() / 1e3 / frames / count);
         paintsPerMeter("thermosPaints");
+        t.start();
+        for (int f = 0; f < frames; ++f, ++k)
+            frame(floor.get(), [&](int i, double v) { setAnchorValue(floorWidgets.at(i), v); }, k);
+        time.add("floor", t.nsecsElapsed() / 1e3 / frames / count);
+        paintsPerMeter("floorPaints");
     }
     if (shown)
         qApp->removeEventFilter(&painted);
@@ -542,15 +563,17 @@ void meterStep(Environment &env, int reps, bool shown)
     row(shown ? QStringLiteral("512 meters on a shown window, per meter and frame")
               : QStringLiteral("512 meters updated and rendered into one image, per meter"),
         QStringLiteral("%1 µs (%2 µs with the level set directly)").arg(fmt(time["library"]), fmt(time["paintOnly"])),
-        QStringLiteral("QProgressBar %1, QwtThermo %2%3")
-            .arg(fmt(time["bars"]), fmt(time["thermos"]),
-                 shown ? QStringLiteral(" (paint events per meter and frame: library %1 and %2, QProgressBar %3, QwtThermo %4)")
+        QStringLiteral("QProgressBar %1, QwtThermo %2, a QWidget that only fills itself %3%4")
+            .arg(fmt(time["bars"]), fmt(time["thermos"]), fmt(time["floor"]),
+                 shown ? QStringLiteral(" (paint events per meter and frame: library %1 and %2, QProgressBar %3, "
+                                        "QwtThermo %4, QWidget %5)")
                              .arg(fmt(time["libraryPaints"]), fmt(time["paintOnlyPaints"]), fmt(time["barsPaints"]),
-                                  fmt(time["thermosPaints"]))
+                                  fmt(time["thermosPaints"]), fmt(time["floorPaints"]))
                        : QString()),
-        QStringLiteral("%1 / %2 (level set directly: %3 / %4)%5")
+        QStringLiteral("%1 / %2 (level set directly: %3 / %4; the QWidget: %5 × QwtThermo)%6")
             .arg(fmt(ratio(time["library"], time["bars"])), fmt(ratio(time["library"], time["thermos"])),
                  fmt(ratio(time["paintOnly"], time["bars"])), fmt(ratio(time["paintOnly"], time["thermos"])),
+                 fmt(ratio(time["floor"], time["thermos"])),
                  lit > 0 ? QString() : QStringLiteral(" (meters stayed dark!)")));
 }
 
@@ -634,6 +657,8 @@ void hostStep(Environment &env, int n, int reps, Best *deliveries, Best *paints)
     auto host = libraryHost(env, panelXml(places), true);
     std::unique_ptr<QWidget> qwt(buildDirect(places, true));
     std::unique_ptr<QWidget> stock(buildDirect(places, false));
+    std::unique_ptr<QWidget> floor(buildFloor(places));
+    const QList<QWidget *> floorWidgets = floor->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     const QList<QWidget *> qwtWidgets = qwt->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     const QList<QWidget *> stockWidgets = stock->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     const QString key = QString::number(n);
@@ -656,13 +681,14 @@ void hostStep(Environment &env, int n, int reps, Best *deliveries, Best *paints)
     showExposed(host->panel());
     showExposed(qwt.get());
     showExposed(stock.get());
+    showExposed(floor.get());
     PaintCount count;
     qApp->installEventFilter(&count);
     // Every visit moves a control between the ends of its range, so every
     // change is one, in every repetition. Nothing less would do: a
     // QProgressBar 20 pixels high repaints only at an end of its range or
     // after moving by more than half of it since it last painted.
-    QVector<int> libraryVisits(n), qwtVisits(n), stockVisits(n);
+    QVector<int> libraryVisits(n), qwtVisits(n), stockVisits(n), floorVisits(n);
     auto flip = [](QVector<int> &visits, int i) { return ++visits[i] % 2 ? 1.0 : 0.0; };
     // Every control starts at 0, so that the first visit changes it too.
     for (int i = 0; i < n; ++i) {
@@ -689,15 +715,23 @@ void hostStep(Environment &env, int n, int reps, Best *deliveries, Best *paints)
         paints->add("library" + key, t.nsecsElapsed() / 1e3 / changes);
         paints->add("libraryPaints" + key, count.paints);
         count.paints = 0;
-        for (auto *side : {&qwtWidgets, &stockWidgets}) {
+        const struct
+        {
+            const QList<QWidget *> &widgets;
+            QVector<int> &visits;
+            QString name;
+        } sides[] = {{qwtWidgets, qwtVisits, QStringLiteral("qwt")},
+                     {stockWidgets, stockVisits, QStringLiteral("stock")},
+                     {floorWidgets, floorVisits, QStringLiteral("floor")}};
+        for (const auto &side : sides) {
             t.start();
             for (int f = 0; f < changes / perFrame; ++f) {
                 for (int i = 0; i < perFrame; ++i, ++k)
-                    setAnchorValue(side->at(target(k)), flip(side == &qwtWidgets ? qwtVisits : stockVisits, target(k)));
+                    setAnchorValue(side.widgets.at(target(k)), flip(side.visits, target(k)));
                 QApplication::processEvents();
             }
-            paints->add((side == &qwtWidgets ? "qwt" : "stock") + key, t.nsecsElapsed() / 1e3 / changes);
-            paints->add((side == &qwtWidgets ? "qwtPaints" : "stockPaints") + key, count.paints);
+            paints->add(side.name + key, t.nsecsElapsed() / 1e3 / changes);
+            paints->add(side.name + "Paints" + key, count.paints);
             count.paints = 0;
         }
     }
@@ -765,9 +799,13 @@ int main(int argc, char **argv)
             QStringLiteral("%1 µs (%2 × N = %3)")
                 .arg(fmt(paints["library" + key]), fmt(ratio(paints["library" + key], paints["library" + QString::number(sizes.first())])))
                 .arg(sizes.first()),
-            QStringLiteral("Qwt %1, stock %2 (paint events per run: library %3, Qwt %4, stock %5)")
-                .arg(fmt(paints["qwt" + key]), fmt(paints["stock" + key]))
-                .arg(paints["libraryPaints" + key]).arg(paints["qwtPaints" + key]).arg(paints["stockPaints" + key]),
+            QStringLiteral("Qwt %1, stock %2, a QWidget that only fills itself %3 (%4 × N = %5) (paint events per "
+                           "run: library %6, Qwt %7, stock %8, QWidget %9)")
+                .arg(fmt(paints["qwt" + key]), fmt(paints["stock" + key]), fmt(paints["floor" + key]),
+                     fmt(ratio(paints["floor" + key], paints["floor" + QString::number(sizes.first())])))
+                .arg(sizes.first())
+                .arg(paints["libraryPaints" + key]).arg(paints["qwtPaints" + key]).arg(paints["stockPaints" + key])
+                .arg(paints["floorPaints" + key]),
             QStringLiteral("%1 / %2").arg(fmt(ratio(paints["library" + key], paints["qwt" + key])),
                                          fmt(ratio(paints["library" + key], paints["stock" + key]))));
     }
