@@ -1,5 +1,6 @@
 #include "plugin/WidgetFactory.h"
 
+#include "PanelFactory.h"
 #include "PanelHost.h"
 #include "ParameterDatabase.h"
 #include "support/RecordingHost.h"
@@ -256,13 +257,58 @@ QWidget *buildBare(const QVector<Slot> &places)
 
 // The same layout of QWidgets that fill their rectangle with one colour
 // and nothing else: the least any widget repainted by Qt costs on a shown
-// window, whatever it draws.
+// window, whatever it draws. Large pages group them in the way panelview
+// groups controls into tiles, so that the floor also shows what a repaint
+// costs on a page that size once the walk over siblings is kept short.
 QWidget *buildFloor(const QVector<Slot> &places)
 {
-    QWidget *page = buildBare(places);
-    for (QWidget *w : page->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
-        w->setAutoFillBackground(true);
+    auto *page = new QWidget;
+    page->resize(extentOf(places));
+    const bool grouped = places.size() > PanelFactory::tiledAbove;
+    // Groups close as tiles do: past tileSize, at the first widget wholly
+    // beside, above or below the group, or at twice tileSize.
+    QVector<int> firsts{0};
+    QRect area;
+    for (int i = 0; grouped && i < places.size(); ++i) {
+        const QRect r = places.at(i).rect;
+        const int held = i - firsts.last();
+        if (held == 2 * PanelFactory::tileSize
+            || (held >= PanelFactory::tileSize
+                && (r.top() > area.bottom() || r.bottom() < area.top() || r.left() > area.right()
+                    || r.right() < area.left()))) {
+            firsts.append(i);
+            area = QRect();
+        }
+        area |= r;
+    }
+    firsts.append(places.size());
+    for (int g = 0; g + 1 < firsts.size(); ++g) {
+        QRect around;
+        for (int i = firsts.at(g); i < firsts.at(g + 1); ++i)
+            around |= places.at(i).rect;
+        QWidget *parent = page;
+        if (grouped) {
+            parent = new QWidget(page);
+            parent->setGeometry(around);
+        }
+        for (int i = firsts.at(g); i < firsts.at(g + 1); ++i) {
+            auto *w = new QWidget(parent);
+            w->setObjectName(QStringLiteral("c%1").arg(i));
+            w->setGeometry(places.at(i).rect.translated(-parent->pos()));
+            w->setAutoFillBackground(true);
+        }
+    }
     return page;
+}
+
+QList<QWidget *> floorWidgetsOf(QWidget *page)
+{
+    QList<QWidget *> widgets;
+    for (QWidget *w : page->findChildren<QWidget *>()) {
+        if (w->autoFillBackground())
+            widgets.append(w);
+    }
+    return widgets;
 }
 
 // Sets the value a stock or Qwt control shows to \a v (0 to 1); a floor
@@ -506,7 +552,7 @@ void meterStep(Environment &env, int reps, bool shown)
         meters.append(widgetOf(core));
     const QList<QWidget *> barWidgets = bars->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     const QList<QWidget *> thermoWidgets = thermos->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
-    const QList<QWidget *> floorWidgets = floor->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+    const QList<QWidget *> floorWidgets = floorWidgetsOf(floor.get());
     // All start dark, as the library's meters do, so that every meter
     // changes in the first frame too.
     for (int i = 0; i < count; ++i) {
@@ -658,7 +704,7 @@ void hostStep(Environment &env, int n, int reps, Best *deliveries, Best *paints)
     std::unique_ptr<QWidget> qwt(buildDirect(places, true));
     std::unique_ptr<QWidget> stock(buildDirect(places, false));
     std::unique_ptr<QWidget> floor(buildFloor(places));
-    const QList<QWidget *> floorWidgets = floor->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+    const QList<QWidget *> floorWidgets = floorWidgetsOf(floor.get());
     const QList<QWidget *> qwtWidgets = qwt->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     const QList<QWidget *> stockWidgets = stock->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     const QString key = QString::number(n);
