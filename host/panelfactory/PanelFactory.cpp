@@ -148,11 +148,8 @@ QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IH
         }
         const QString type = e.attribute(QStringLiteral("type"));
         const QString name = e.attribute(QStringLiteral("name"));
-        if (tiled && (tiles.isEmpty() || inTile == 2 * tileSize)) {
+        if (tiled && tiles.isEmpty())
             tiles.append(new PanelTile(page));
-            inTile = 0;
-            tileArea = QRect();
-        }
         IWidgetCore *core = widgets->create(type, tiled ? tiles.last() : page, hostCore, registry);
         QWidget *w = core ? widgetOf(core) : nullptr;
         if (!w) {
@@ -174,9 +171,7 @@ QWidget *PanelFactory::createPanel(const QDomElement &panel, QWidget *parent, IH
             // on a page laid out in rows or columns its tiles then meet
             // without overlapping, and none needs a mask.
             const QRect place = w->geometry();
-            if (inTile >= tileSize
-                && (place.top() > tileArea.bottom() || place.bottom() < tileArea.top()
-                    || place.left() > tileArea.right() || place.right() < tileArea.left())) {
+            if (closesTile(inTile, tileArea, place)) {
                 tiles.append(new PanelTile(page));
                 w->setParent(tiles.last());
                 inTile = 0;

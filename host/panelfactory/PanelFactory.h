@@ -6,6 +6,7 @@
 #include <QColor>
 #include <QObject>
 #include <QPointer>
+#include <QRect>
 
 class IWidgetFactory;
 class QDomElement;
@@ -60,6 +61,15 @@ public:
     */
     static constexpr int tiledAbove = 256;
     static constexpr int tileSize = 64;
+    //! Whether a tile holding \a held controls over \a area closes before the next control, at \a next.
+    static bool closesTile(int held, const QRect &area, const QRect &next)
+    {
+        if (held >= 2 * tileSize)
+            return true;
+        return held >= tileSize
+               && (next.top() > area.bottom() || next.bottom() < area.top() || next.left() > area.right()
+                   || next.right() < area.left());
+    }
 
 private:
     IWidgetFactory *factory();

@@ -265,17 +265,12 @@ QWidget *buildFloor(const QVector<Slot> &places)
     auto *page = new QWidget;
     page->resize(extentOf(places));
     const bool grouped = places.size() > PanelFactory::tiledAbove;
-    // Groups close as tiles do: past tileSize, at the first widget wholly
-    // beside, above or below the group, or at twice tileSize.
+    // Groups close where tiles do.
     QVector<int> firsts{0};
     QRect area;
     for (int i = 0; grouped && i < places.size(); ++i) {
         const QRect r = places.at(i).rect;
-        const int held = i - firsts.last();
-        if (held == 2 * PanelFactory::tileSize
-            || (held >= PanelFactory::tileSize
-                && (r.top() > area.bottom() || r.bottom() < area.top() || r.left() > area.right()
-                    || r.right() < area.left()))) {
+        if (PanelFactory::closesTile(i - firsts.last(), area, r)) {
             firsts.append(i);
             area = QRect();
         }
