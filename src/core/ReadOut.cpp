@@ -15,7 +15,41 @@ bool hasReadOut(const QObject *control)
         || control->inherits("GraphControlPoint") || control->inherits("PadArea");
 }
 
+QPointer<ReadOut> &theReadOut()
+{
+    static QPointer<ReadOut> readOut;
+    return readOut;
+}
+
 } // namespace
+
+// Watches the application's events from the start, and makes the read-out,
+// a top-level label, only when a control first wants one: a program that
+// never points at a control keeps no window of it.
+class ReadOutWatcher : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (ReadOut *readOut = theReadOut())
+            return readOut->eventFilter(watched, event);
+        switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::Wheel:
+        case QEvent::KeyPress:
+        case QEvent::Enter:
+            break;
+        default:
+            return false;
+        }
+        if (!watched->isWidgetType() || !ReadOut::wanted(static_cast<QWidget *>(watched)))
+            return false;
+        ReadOut *readOut = ReadOut::instance();
+        return readOut && readOut->eventFilter(watched, event);
+    }
+};
 
 ReadOut::ReadOut() : QLabel(nullptr, Qt::ToolTip | Qt::FramelessWindowHint)
 {
@@ -41,9 +75,14 @@ ReadOut::ReadOut() : QLabel(nullptr, Qt::ToolTip | Qt::FramelessWindowHint)
     });
 }
 
+ReadOut *ReadOut::existing()
+{
+    return theReadOut();
+}
+
 ReadOut *ReadOut::instance()
 {
-    static QPointer<ReadOut> readOut;
+    QPointer<ReadOut> &readOut = theReadOut();
     // The label is a widget: only a widget application can have one.
     QApplication *app = qobject_cast<QApplication *>(QCoreApplication::instance());
     if (!readOut && app) {
@@ -61,7 +100,7 @@ void ReadOut::install()
     if (installed || !app)
         return;
     installed = true;
-    app->installEventFilter(instance());
+    app->installEventFilter(new ReadOutWatcher(app));
 }
 
 bool ReadOut::wanted(const QWidget *control)

@@ -30,6 +30,8 @@ class ReadOut : public QLabel
 public:
     //! The application's read-out, created on first use.
     static ReadOut *instance();
+    //! The read-out if a control has asked for one yet, else null.
+    static ReadOut *existing();
     //! Starts watching the controls; safe to call more than once.
     static void install();
 
@@ -55,6 +57,8 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    friend class ReadOutWatcher;
+
     ReadOut();
     void refreshLater(BaseWidget *control, bool linger);
     void place();

@@ -26,8 +26,26 @@ private slots:
     {
         host.requests.clear();
         host.setParameter(QStringLiteral("Ch1/Fader"), QStringLiteral("0.5"), QStringLiteral("-10.0 dB"));
-        if (ReadOut::instance())
-            ReadOut::instance()->hide();
+        if (ReadOut::existing())
+            ReadOut::existing()->hide();
+    }
+
+    // Building and showing controls makes no read-out window; the first
+    // control that wants one does, and it shows at once.
+    void createdOnFirstUse()
+    {
+        Dial *dial = host.make<Dial>(QStringLiteral("<Rect x='20' y='60' width='48' height='48'/>"
+                                                    "<Address prmAddr='Ch1/Fader'/><Focus>strong</Focus>"));
+        QVERIFY(QTest::qWaitForWindowExposed(dial->window()));
+        Input::mouse(dial, QEvent::MouseMove, QPoint(20, 20), Qt::NoButton);
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(dial, &leave);
+        QCoreApplication::processEvents();
+        QVERIFY(!ReadOut::existing());
+        dial->setFocus();
+        Input::key(dial, Qt::Key_Up);
+        QVERIFY(ReadOut::existing());
+        QTRY_COMPARE(ReadOut::existing()->subject(), static_cast<QWidget *>(dial));
     }
 
     // A drag shows the value the database formats, follows it, and leaves at release.
