@@ -33,6 +33,9 @@ QList<QWidget *> controlsOf(QWidget *page)
 
 enum Layout { Rows, Scrambled, Columns };
 
+// Controls on the tiled pages of these tests: 15 rows of 20.
+constexpr int tiledCount = PanelFactory::tiledAbove + 44;
+
 // Control i of a grid page, 20 to a row, described row by row or column by
 // column. Scrambled, consecutive controls lie far apart, so that the tiles
 // overlap each other.
@@ -108,8 +111,7 @@ private slots:
     void largePagesGoInTiles();
     void tilesFollowZoomAndMoves();
     void tilesGrowWithTheirControls();
-    void veilLiesOnTheTiledPage();
-    void enableTargetsInEveryTile();
+    void pageWideControlsInTiles();
 
 private:
     QWidget *build(const QString &xml, const QVariantMap &context = QVariantMap());
@@ -239,13 +241,13 @@ void tst_PanelFactory::largePagesGoInTiles_data()
     QTest::addColumn<bool>("overlapping");
     QTest::newRow("as many as fit on a page") << PanelFactory::tiledAbove << int(Rows) << QList<int>() << false;
     // 20 to a row: tiles close at the end of the row that fills them.
-    QTest::newRow("more, in rows") << PanelFactory::tiledAbove + 44 << int(Rows) << QList<int>{0, 80, 160, 240}
+    QTest::newRow("more, in rows") << tiledCount << int(Rows) << QList<int>{0, 80, 160, 240}
                                    << false;
     // 15 to a column.
-    QTest::newRow("more, in columns") << PanelFactory::tiledAbove + 44 << int(Columns)
+    QTest::newRow("more, in columns") << tiledCount << int(Columns)
                                       << QList<int>{0, 75, 150, 225} << false;
     // No run of controls ever leaves the area its tile holds.
-    QTest::newRow("more, scrambled") << PanelFactory::tiledAbove + 44 << int(Scrambled)
+    QTest::newRow("more, scrambled") << tiledCount << int(Scrambled)
                                      << QList<int>{0, 2 * PanelFactory::tileSize, 4 * PanelFactory::tileSize}
                                      << true;
 }
@@ -287,7 +289,7 @@ void tst_PanelFactory::largePagesGoInTiles()
 
 void tst_PanelFactory::tilesFollowZoomAndMoves()
 {
-    const int n = PanelFactory::tiledAbove + 44;
+    const int n = tiledCount;
     PanelHost host(ParameterDatabase::instance());
     QString error;
     QVERIFY2(host.load(gridPage(n, Scrambled).toUtf8(), QStringLiteral("grid.xml"), &error), qPrintable(error));
@@ -305,7 +307,7 @@ void tst_PanelFactory::tilesGrowWithTheirControls()
     // In rows, each tile holds a band of the page; controls leave theirs,
     // down and up, first on a hidden page and then on a shown one. The tile
     // grows with the control and a click still reaches it.
-    const int n = PanelFactory::tiledAbove + 44;
+    const int n = tiledCount;
     PanelHost host(ParameterDatabase::instance());
     QString error;
     QVERIFY2(host.load(gridPage(n, Rows).toUtf8(), QStringLiteral("grid.xml"), &error), qPrintable(error));
@@ -358,17 +360,22 @@ void tst_PanelFactory::tilesGrowWithTheirControls()
     QVERIFY2(output.contains(QStringLiteral("\"geometry\":[0,0,80,40]")), qPrintable(output));
 }
 
-void tst_PanelFactory::veilLiesOnTheTiledPage()
+void tst_PanelFactory::pageWideControlsInTiles()
 {
-    // A veil in the middle of the description, over the whole page, shown
-    // because the device is bypassed.
+    // In the middle of the description: a veil over the whole page, shown
+    // because the device is bypassed, and a link that disables controls in
+    // the first and the last tile.
     m_host.setParameter(QStringLiteral("dev1"), QStringLiteral("Bypass"), QStringLiteral("1"), QStringLiteral("On"));
-    const int n = PanelFactory::tiledAbove + 44;
+    m_host.setParameter(QStringLiteral("dev1"), QStringLiteral("Link"), QStringLiteral("0"), QStringLiteral("Off"));
+    const int n = tiledCount;
     QScopedPointer<QWidget> page(build(gridPage(n, Scrambled,
                                                 QStringLiteral("<Widget type='DisablePanelContainer' name='veil'>"
                                                                "<Rect x='0' y='0' width='800' height='400'/>"
                                                                "<Address prmAddr='Bypass'/>"
-                                                               "<DisableValue range='1'>1</DisableValue></Widget>\n"))));
+                                                               "<DisableValue range='1'>1</DisableValue></Widget>\n"
+                                                               "<Widget type='ChangeEnableButton' name='link'>"
+                                                               "<Address prmAddr='Link'/><Target>c0</Target>"
+                                                               "<Target>c%1</Target></Widget>\n").arg(n - 1))));
     m_host.clear();
     QVERIFY(page);
     QWidget *veil = page->findChild<QWidget *>(QStringLiteral("veil"));
@@ -383,20 +390,12 @@ void tst_PanelFactory::veilLiesOnTheTiledPage()
         QCOMPARE(page->childAt(onPage(w, page.data()).center()), veil);
     }
     QCOMPARE(page->children().last(), veil);
-}
 
-void tst_PanelFactory::enableTargetsInEveryTile()
-{
-    m_host.setParameter(QStringLiteral("dev1"), QStringLiteral("Link"), QStringLiteral("0"), QStringLiteral("Off"));
-    const int n = PanelFactory::tiledAbove + 44;
-    QScopedPointer<QWidget> page(build(gridPage(n, Rows,
-                                                QStringLiteral("<Widget type='ChangeEnableButton' name='link'>"
-                                                               "<Address prmAddr='Link'/><Target>c0</Target>"
-                                                               "<Target>c%1</Target></Widget>\n").arg(n - 1))));
-    m_host.clear();
-    QVERIFY(page);
-    QTRY_VERIFY(!page->findChild<QWidget *>(QStringLiteral("c0"))->isEnabled());
-    QVERIFY(!page->findChild<QWidget *>(QStringLiteral("c%1").arg(n - 1))->isEnabled());
+    QWidget *first = page->findChild<QWidget *>(QStringLiteral("c0"));
+    QWidget *last = page->findChild<QWidget *>(QStringLiteral("c%1").arg(n - 1));
+    QVERIFY(first->parentWidget() != last->parentWidget());
+    QTRY_VERIFY(!first->isEnabled());
+    QVERIFY(!last->isEnabled());
     QVERIFY(page->findChild<QWidget *>(QStringLiteral("c1"))->isEnabled());
 }
 
