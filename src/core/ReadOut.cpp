@@ -33,21 +33,28 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (ReadOut *readOut = theReadOut())
-            return readOut->eventFilter(watched, event);
-        switch (event->type()) {
-        case QEvent::MouseButtonPress:
-        case QEvent::Wheel:
-        case QEvent::KeyPress:
-        case QEvent::Enter:
-            break;
-        default:
-            return false;
+        ReadOut *readOut = theReadOut();
+        if (!readOut) {
+            switch (event->type()) {
+            case QEvent::MouseButtonPress:
+            case QEvent::Wheel:
+            case QEvent::KeyPress:
+            case QEvent::Enter:
+                break;
+            default:
+                return false;
+            }
+            if (!watched->isWidgetType() || !ReadOut::wanted(static_cast<QWidget *>(watched)))
+                return false;
+            readOut = ReadOut::instance();
+            if (!readOut)
+                return false;
         }
-        if (!watched->isWidgetType() || !ReadOut::wanted(static_cast<QWidget *>(watched)))
-            return false;
-        ReadOut *readOut = ReadOut::instance();
-        return readOut && readOut->eventFilter(watched, event);
+        // From now on the read-out watches by itself.
+        QCoreApplication::instance()->installEventFilter(readOut);
+        QCoreApplication::instance()->removeEventFilter(this);
+        deleteLater();
+        return readOut->eventFilter(watched, event);
     }
 };
 
