@@ -115,12 +115,24 @@ private slots:
 
 private:
     QWidget *build(const QString &xml, const QVariantMap &context = QVariantMap());
+    //! Loads and builds a grid page of tiledCount controls in panelview's host.
+    bool buildGrid(PanelHost &host, Layout layout);
 
     PanelFactory m_factory;
     RecordingHost m_host;
     ParameterManagementRegistry m_registry;
     QDomDocument m_doc;
 };
+
+bool tst_PanelFactory::buildGrid(PanelHost &host, Layout layout)
+{
+    QString error;
+    if (host.load(gridPage(tiledCount, layout).toUtf8(), QStringLiteral("grid.xml"), &error)
+        && host.build(&m_factory, &error))
+        return true;
+    qWarning().noquote() << error;
+    return false;
+}
 
 void tst_PanelFactory::initTestCase()
 {
@@ -291,9 +303,7 @@ void tst_PanelFactory::tilesFollowZoomAndMoves()
 {
     const int n = tiledCount;
     PanelHost host(ParameterDatabase::instance());
-    QString error;
-    QVERIFY2(host.load(gridPage(n, Scrambled).toUtf8(), QStringLiteral("grid.xml"), &error), qPrintable(error));
-    QVERIFY2(host.build(&m_factory, &error), qPrintable(error));
+    QVERIFY(buildGrid(host, Scrambled));
     QWidget *page = host.panel();
     QVERIFY(!host.tiles().isEmpty());
     for (float zoom : {2.0f, 0.5f, 1.5f}) {
@@ -309,9 +319,7 @@ void tst_PanelFactory::tilesGrowWithTheirControls()
     // grows with the control and a click still reaches it.
     const int n = tiledCount;
     PanelHost host(ParameterDatabase::instance());
-    QString error;
-    QVERIFY2(host.load(gridPage(n, Rows).toUtf8(), QStringLiteral("grid.xml"), &error), qPrintable(error));
-    QVERIFY2(host.build(&m_factory, &error), qPrintable(error));
+    QVERIFY(buildGrid(host, Rows));
     QWidget *page = host.panel();
     QDomDocument doc;
     const struct
